@@ -1,0 +1,48 @@
+#pragma once
+
+#include "core/Clock.h"
+#include "core/Config.h"
+#include "core/Db.h"
+#include "core/Dialogs.h"
+#include "core/Session.h"
+
+#include <QHash>
+#include <memory>
+
+namespace hipico {
+
+// What the program keeps program-wide: the three connections, the named
+// recordsets the openers fill, the session, and the ways to reach the user
+// and the time. One per running program (and one per test).
+class Context {
+public:
+    Context(Config config, Dialogs& dialogs, Clock& clock)
+        : config(std::move(config)), dialogs(dialogs), clock(clock) {}
+
+    Config config;
+    Dialogs& dialogs;
+    Clock& clock;
+
+    std::shared_ptr<Db> cnServidor;  // central server
+    std::shared_ptr<Db> cnLocal;     // local report schema
+    std::shared_ptr<Db> cnHipicos;   // betting-centre server
+
+    Session session;
+
+    // The connection, or a DbError saying it is not open.
+    Db& servidor() const;
+    Db& local() const;
+    Db& hipicos() const;
+
+    // Named recordsets (rsGrupos, rsConfiguracion...). An opener replaces the
+    // one held under its name; reading one never opened gives an empty one.
+    const Recordset& rs(const QString& name) const;
+    Recordset& rsEdit(const QString& name);
+    void setRecordset(const QString& name, Recordset rs) { recordsets_.insert(name, std::move(rs)); }
+    bool hasRecordset(const QString& name) const { return recordsets_.contains(name); }
+
+private:
+    QHash<QString, Recordset> recordsets_;
+};
+
+}  // namespace hipico

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "core/Recordset.h"
+#include "core/SqlValue.h"
+
+#include <QString>
+#include <functional>
+#include <list>
+#include <memory>
+#include <unordered_map>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace soci {
+class session;
+}
+
+namespace hipico {
+
+// A failure reported by the server or the driver, with the driver's text.
+class DbError : public std::runtime_error {
+public:
+    DbError(const std::string& message, std::string sqlState = {}, long nativeCode = 0)
+        : std::runtime_error(message), sqlState_(std::move(sqlState)), nativeCode_(nativeCode) {}
+    const std::string& sqlState() const { return sqlState_; }
+    long nativeCode() const { return nativeCode_; }
+    QString text() const { return QString::fromUtf8(what()); }
+    bool isDeadlock() const { return nativeCode_ == 1213 || sqlState_ == "40001"; }
+    bool isLockTimeout() const { return nativeCode_ == 1205; }
+
+private:
+    std::string sqlState_;
+    long nativeCode_;
+};
+
+// One connection to a MariaDB server through ODBC (SOCI's ODBC backend).
+// Every value reaches the server as a bound parameter: statements carry "?"
+// where a value goes. One Db per thread.
+class Db : public std::enable_shared_from_this<Db> {
+public:
+    // Opens the connection described by an ODBC connection string.
+    static std::shared_ptr<Db> open(const QString& connectionString);
+    ~Db();
+    Db(const Db&) = delete;
+    Db& operator=(const Db&) = delete;
+
+    // Runs a statement that returns no rows; gives the number of rows changed.
+    long long exec(std::string_view sql, const Params& params = {});
+    // Runs a query and fetches every row.
+    Recordset query(std::string_view sql, const Params& params = {});
+    // The first column of the first row (NULL when there is no row).
+    QVariant scalar(std::string_view sql, const Params& params = {});
+
+    // The key the last insert of this connection generated.
+    long long lastInsertId();
+
+    // Runs fn inside one transaction: committed when fn returns, rolled back
+    // when it throws. A deadlock chosen by the server is retried once.
+    template <class F>
+    auto inTransaction(F&& fn) -> decltype(fn());
+
+    void begin();
+    void commit();
+    void rollback();
+    bool inTransactionNow() const { return inTransaction_; }
+
+    const QString& connectionString() const { return connectionString_; }
+    soci::session& session();
+
+private:
+    explicit Db(const QString& connectionString);
+    [[noreturn]] void rethrow(const std::string& sql);
+    struct Statement;
+    Statement& statement(const std::string& sql, bool cacheable);
+    void run(Statement& st, const std::string& sql, const Params& params);
+
+    QString connectionString_;
+    std::unique_ptr<soci::session> session_;
+    void* hdbc_ = nullptr;
+    bool inTransaction_ = false;
+    // Statements prepared once and run again with new values (the hot paths
+    // of the booth repeat the same few statements all day).
+    std::unordered_map<std::string, std::unique_ptr<Statement>> prepared_;
+    std::list<std::string> recent_;
+    std::unique_ptr<Statement> oneShot_;
+};
+
+template <class F>
+auto Db::inTransaction(F&& fn) -> decltype(fn()) {
+    for (int attempt = 0;; ++attempt) {
+        begin();
+        try {
+            if constexpr (std::is_void_v<decltype(fn())>) {
+                fn();
+                commit();
+                return;
+            } else {
+                auto result = fn();
+                commit();
+                return result;
+            }
+        } catch (const DbError& e) {
+            rollback();
+            if (e.isDeadlock() && attempt == 0) continue;
+            throw;
+        } catch (...) {
+            rollback();
+            throw;
+        }
+    }
+}
+
+}  // namespace hipico

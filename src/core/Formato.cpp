@@ -1,0 +1,105 @@
+#include "core/Formato.h"
+
+#include <QLocale>
+#include <cmath>
+
+namespace hipico {
+
+QString RedondearEntero(const QString& texto) {
+    QString entera, decimal;
+    bool separador = false;
+    for (const QChar c : texto) {
+        const bool esSeparador = c == QLatin1Char('.') || c == QLatin1Char(',');
+        if (!separador) {
+            if (esSeparador) separador = true;
+            else entera.append(c);
+        } else if (!esSeparador) {
+            decimal.append(c);
+        }
+    }
+    // The decimal part is read as a number: its leading digits count, the rest is ignored.
+    double valorDecimal = 0;
+    {
+        QString digitos;
+        for (const QChar c : decimal.trimmed()) {
+            if (!c.isDigit()) break;
+            digitos.append(c);
+        }
+        if (!digitos.isEmpty()) valorDecimal = digitos.toDouble();
+    }
+    const QString t = entera.trimmed();
+    if (t.isEmpty()) throw ErrorTipo();
+    int inicio = (t.startsWith(QLatin1Char('-')) || t.startsWith(QLatin1Char('+'))) ? 1 : 0;
+    if (inicio == t.size()) throw ErrorTipo();
+    for (int i = inicio; i < t.size(); ++i)
+        if (!t.at(i).isDigit() || t.at(i).unicode() > 127) throw ErrorTipo();
+    bool ok = false;
+    const double valor = t.toDouble(&ok);
+    if (!ok) throw ErrorTipo();
+    if (valor > 32767 || valor < -32768) throw ErrorDesbordamiento();
+    int resultado = static_cast<int>(valor);
+    if (valorDecimal >= 5) {
+        if (resultado == 32767) throw ErrorDesbordamiento();
+        resultado += 1;
+    }
+    return QString::number(resultado);
+}
+
+namespace {
+
+QString agrupar(double monto, QChar miles, QChar decimal) {
+    const double redondo = std::round(std::fabs(monto) * 100.0) / 100.0;
+    QString digitos = QString::number(redondo, 'f', 2);
+    const QString parteDecimal = digitos.mid(digitos.size() - 2);
+    QString entera = digitos.left(digitos.size() - 3);
+    QString agrupada;
+    for (int i = 0; i < entera.size(); ++i) {
+        if (i > 0 && (entera.size() - i) % 3 == 0) agrupada.append(miles);
+        agrupada.append(entera.at(i));
+    }
+    return agrupada + decimal + parteDecimal;
+}
+
+bool negativo(double monto) { return std::round(monto * 100.0) < 0; }
+
+}  // namespace
+
+QString formatoDolar(double monto) {
+    return (negativo(monto) ? QStringLiteral("-$") : QStringLiteral("$")) +
+           agrupar(monto, QLatin1Char(','), QLatin1Char('.'));
+}
+
+QString formatoMoneda(double monto) {
+    return (negativo(monto) ? QStringLiteral("-Bs. ") : QStringLiteral("Bs. ")) +
+           agrupar(monto, QLatin1Char('.'), QLatin1Char(','));
+}
+
+QString formatoMonto(double monto, bool enDolares) {
+    return enDolares ? formatoDolar(monto) : formatoMoneda(monto);
+}
+
+bool leerMonto(const QString& texto, double& monto) {
+    QString t = texto.trimmed();
+    if (t.isEmpty()) return false;
+    t.replace(QLatin1Char(','), QLatin1Char('.'));
+    for (const QChar c : t)
+        if (!(c.isDigit() && c.unicode() < 128) && c != QLatin1Char('.') && c != QLatin1Char('-')) return false;
+    bool ok = false;
+    const double v = t.toDouble(&ok);
+    if (!ok || !std::isfinite(v)) return false;
+    monto = v;
+    return true;
+}
+
+QString fechaSql(const QDate& fecha) { return fecha.toString(QStringLiteral("yyyy-MM-dd")); }
+QString fechaVista(const QDate& fecha) { return fecha.toString(QStringLiteral("dd-MM-yyyy")); }
+QString fechaVista(const QString& fechaSqlTexto) {
+    const QDate d = desdeFechaSql(fechaSqlTexto);
+    return d.isValid() ? fechaVista(d) : fechaSqlTexto;
+}
+QDate desdeFechaSql(const QString& texto) {
+    return QDate::fromString(texto.left(10), QStringLiteral("yyyy-MM-dd"));
+}
+QString horaTexto(const QTime& hora) { return hora.toString(QStringLiteral("hh:mm:ss")); }
+
+}  // namespace hipico

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <stdexcept>
+
+namespace hipico {
+
+// Raised by RedondearEntero: the whole part does not fit in 16 bits.
+class ErrorDesbordamiento : public std::overflow_error {
+public:
+    ErrorDesbordamiento() : std::overflow_error("Desbordamiento") {}
+};
+// Raised by RedondearEntero: the whole part is not a number.
+class ErrorTipo : public std::invalid_argument {
+public:
+    ErrorTipo() : std::invalid_argument("No coinciden los tipos") {}
+};
+
+// Whole units from a typed amount: the decimal digits, read together as one
+// whole number, round up when they are 5 or more (12.05 gives 13, 12.04 gives 12).
+QString RedondearEntero(const QString& texto);
+
+// "$#,##0.00": $1,234.50 (negative: -$1,234.50).
+QString formatoDolar(double monto);
+// The local currency ("currency"): Bs. 1.234,50 (negative: -Bs. 1.234,50).
+QString formatoMoneda(double monto);
+// Amount as shown by a window: dollars when the dollar display is on, else the local currency.
+QString formatoMonto(double monto, bool enDolares);
+
+// Amount typed with a decimal comma, as a number ("1500,50" gives 1500.5).
+// Returns false when the text is empty or not a number.
+bool leerMonto(const QString& texto, double& monto);
+
+// Dates: "YYYY-MM-DD" for SQL, "DD-MM-YYYY" on screen and paper.
+QString fechaSql(const QDate& fecha);
+QString fechaVista(const QDate& fecha);
+QString fechaVista(const QString& fechaSqlTexto);  // "2026-11-23" gives "23-11-2026"
+QDate desdeFechaSql(const QString& texto);
+QString horaTexto(const QTime& hora);  // "hh:mm:ss"
+
+}  // namespace hipico

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+namespace hipico {
+
+class Dialogs;
+
+// Whether this machine has a working network connection (an interface that is
+// up, running, not the loopback, with an address).
+bool HayInternet();
+
+// The body of the page at url as text; "" when it cannot be fetched. Direct
+// (no proxy), not cached, agent "vb wininet".
+QString Gurl(const QString& url, int timeoutMs = 5000);
+
+// True for a dotted address of exactly four parts, each a number of at most 255.
+bool EsIpValida(const QString& texto);
+
+// This machine's public address, asked of the services in order (one text,
+// addresses separated by blanks) until one answers a valid address. The result
+// is the text fetched last; when it is empty the user is told to check the
+// connection.
+QString IpPublica(const QString& servicios, Dialogs& dialogs, int timeoutMs = 5000);
+
+// The hardware address of this machine's enabled network interfaces (the
+// last one read wins); "" when there is none.
+QString DireccionMac();
+
+}  // namespace hipico
