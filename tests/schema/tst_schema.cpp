@@ -1,0 +1,213 @@
+// The central schema takes every positional insert of the system, holds one
+// settings row, and the local report schema is created exactly, again and
+// again after a drop.
+#include "core/Cipher.h"
+#include "core/Connections.h"
+#include "schema/Demo.h"
+#include "schema/LocalSchema.h"
+#include "schema/SchemaLoader.h"
+#include "support/TestEnv.h"
+
+#include <QtTest>
+
+using namespace hipico;
+using namespace hipico::test;
+
+class TstSchema : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestEnv> env;
+
+    Recordset columnsOf(Db& db, const QString& schema, const QString& table) {
+        return db.query("SELECT COLUMN_NAME, COLUMN_DEFAULT, CHARACTER_SET_NAME, COLUMN_KEY, EXTRA "
+                        "FROM information_schema.COLUMNS WHERE TABLE_SCHEMA = ? AND TABLE_NAME = ? "
+                        "ORDER BY ORDINAL_POSITION",
+                        {schema, table});
+    }
+
+private slots:
+    void initTestCase() { env = std::make_unique<TestEnv>("schema", true); }
+
+    void positionalInserts_data() {
+        QTest::addColumn<QString>("sql");
+        QTest::addColumn<int>("values");
+        // Each statement as the system sends it: positional, the key first.
+        QTest::newRow("usuarios") << "INSERT INTO `usuarios` VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 14;
+        QTest::newRow("ma_principal sale")
+            << "INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 18;
+        QTest::newRow("ma_principal password path")
+            << "INSERT INTO `ma_principal` (`numero`,`carrera`,`caballo`,`ganadores`,`ch`,`grupo`,`hora`,`fecha`,"
+               "`cobrado`,`estatus`,`fecha_cobro`,`nu_boleto`,`subgrupo`) VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?)"
+            << 12;
+        QTest::newRow("ventas_ganadores")
+            << "INSERT INTO `ventas_ganadores` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 19;
+        QTest::newRow("ventas_auditoria")
+            << "INSERT INTO `ventas_auditoria` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,0,0)" << 12;
+        QTest::newRow("tablafija") << "INSERT INTO `tablafija` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?)" << 12;
+        QTest::newRow("ventas_tf") << "INSERT INTO `ventas_tf` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 13;
+        QTest::newRow("bitacora") << "INSERT INTO `bitacora` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 13;
+        QTest::newRow("bitacora_tf") << "INSERT INTO `bitacora_tf` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 15;
+        QTest::newRow("jugadas_clientes") << "INSERT INTO `jugadas_clientes` VALUES (NULL,?,?,?,?,?,?,?,?,?,?)" << 10;
+        QTest::newRow("combinaciones_general") << "INSERT INTO `combinaciones_general` VALUES (NULL,?,?,?,?)" << 4;
+        QTest::newRow("condicionados") << "INSERT INTO `condicionados` VALUES (NULL,?,?,?,?,?,?,?)" << 7;
+        QTest::newRow("descargas") << "INSERT INTO `descargas` VALUES (NULL,?,?,?,?,?,?,?,?)" << 8;
+        QTest::newRow("carreras_remate")
+            << "INSERT INTO `carreras_remate` VALUES (NULL,?,?,?,?,0,'','0','',0,'',0,'',0,0,0,0,0,0,0,?,0,0,?,0,0,0,0,0,0)"
+            << 6;
+    }
+
+    void positionalInserts() {
+        QFETCH(QString, sql);
+        QFETCH(int, values);
+        Params params;
+        for (int i = 0; i < values; ++i) params.push_back(QString::number(i % 2 ? 1 : 2));
+        QCOMPARE(env->db().exec(sql.toStdString(), params), 1LL);
+        // One value more or less does not fit: the column count is the contract.
+        Params oneMore = params;
+        oneMore.push_back("1");
+        QString wider = sql;
+        wider.replace(")", ",?)");
+        if (!sql.contains("(`numero`")) QVERIFY_THROWS_EXCEPTION(DbError, env->db().exec(wider.toStdString(), oneMore));
+    }
+
+    void saleInsertLeavesKeysAtZero() {
+        Db& db = env->db();
+        db.exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
+                {3, 5, 2.0, "LOS PINOS", "07", "10:15:00", "2026-11-23", 0, 0, 0, "", "S1", 0, 0, 0, 0, 0, 0});
+        const long long numero = db.lastInsertId();
+        const Row r = db.query("SELECT * FROM ma_principal WHERE numero=?", {numero}).first();
+        QCOMPARE(r.integer("carrera"), 3LL);
+        QCOMPARE(r.integer("caballo"), 5LL);
+        QCOMPARE(r.number("ganadores"), 2.0);
+        QCOMPARE(r.text("subgrupo"), QString("S1"));
+        for (const char* k : {"llave", "llave2", "llave3", "llave4", "llave5", "llave6"}) QCOMPARE(r.text(k), QString("0"));
+        db.exec("INSERT INTO `ma_principal` (`numero`,`carrera`,`caballo`,`ganadores`,`ch`,`grupo`,`hora`,`fecha`,"
+                "`cobrado`,`estatus`,`fecha_cobro`,`nu_boleto`,`subgrupo`) VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?)",
+                {3, 5, 2.0, "LOS PINOS", "07", "10:16:00", "2026-11-23", 0, 0, 0, "", "S1"});
+        const Row p = db.query("SELECT * FROM ma_principal WHERE numero=?", {db.lastInsertId()}).first();
+        for (const char* k : {"llave", "llave2", "llave5"}) QCOMPARE(p.text(k), QString("0"));
+    }
+
+    void settingsHoldOneRow() {
+        Db& db = env->db();
+        db.exec("DELETE FROM configuracion");
+        db.exec("INSERT INTO configuracion (id, fecha) VALUES (1, '2026-11-23')");
+        QVERIFY_THROWS_EXCEPTION(DbError, db.exec("INSERT INTO configuracion (id, fecha) VALUES (2, '2026-11-24')"));
+        QVERIFY_THROWS_EXCEPTION(DbError, db.exec("INSERT INTO configuracion (fecha) VALUES ('2026-11-24')"));
+        QCOMPARE(numberOf(db, "SELECT count(*) FROM configuracion"), 1.0);
+    }
+
+    void everyTableHasAPrimaryKeyAndInnoDB() {
+        const Recordset tables =
+            env->db().query("SELECT t.TABLE_NAME, t.ENGINE, t.TABLE_COLLATION, "
+                            "(SELECT count(*) FROM information_schema.STATISTICS s WHERE s.TABLE_SCHEMA = t.TABLE_SCHEMA "
+                            "AND s.TABLE_NAME = t.TABLE_NAME AND s.INDEX_NAME = 'PRIMARY') AS pk "
+                            "FROM information_schema.TABLES t WHERE t.TABLE_SCHEMA = ?",
+                            {env->config.servidor.base});
+        QCOMPARE(tables.size(), 34);
+        for (const Row& t : tables) {
+            QVERIFY2(t.integer("pk") > 0, qPrintable(t.text("TABLE_NAME")));
+            QCOMPARE(t.text("ENGINE"), QString("InnoDB"));
+            QVERIFY(t.text("TABLE_COLLATION").startsWith("utf8mb4"));
+        }
+    }
+
+    void localSchemaTwiceAfterADrop() {
+        for (int vez = 0; vez < 2; ++vez) {
+            env->resetLocal();
+            Db& local = env->local();
+            QCOMPARE(numberOf(local, "SELECT count(*) FROM conf_local"), 1.0);
+            const Row c = local.query("SELECT * FROM conf_local").first();
+            QCOMPARE(c.integer("id"), 1LL);
+            QCOMPARE(c.integer("impresion"), 1LL);
+            QCOMPARE(c.text("puerto"), QString("WINDOWS2:"));
+            QCOMPARE(c.text("ip_secundaria"), QString("10.0.0.2"));
+            QCOMPARE(c.integer("version"), 40004LL);
+            QCOMPARE(c.integer("tamletra"), 8LL);
+            QCOMPARE(c.integer("codbarras"), 1LL);
+            const Recordset tables = local.query("SELECT TABLE_NAME FROM information_schema.TABLES "
+                                                 "WHERE TABLE_SCHEMA = ? AND TABLE_NAME LIKE 'rpt\\_%'",
+                                                 {env->config.localBase});
+            QCOMPARE(tables.size(), 14);
+            for (const Row& t : tables)
+                QCOMPARE(numberOf(local, ("SELECT count(*) FROM `" + t.text("TABLE_NAME") + "`").toStdString()), 0.0);
+        }
+    }
+
+    void localSchemaDefinitions() {
+        env->resetLocal();
+        Db& local = env->local();
+        const QString base = env->config.localBase;
+        const Recordset remate = columnsOf(local, base, "rpt_diarioremate");
+        QCOMPARE(remate.size(), 59);
+        auto defaultOf = [&](const Recordset& cols, const QString& name) {
+            const int i = cols.find("COLUMN_NAME", name);
+            return i < 0 ? QString("?") : cols[i].text("COLUMN_DEFAULT");
+        };
+        QCOMPARE(defaultOf(remate, "mesa5"), QString("'0'"));
+        QCOMPARE(defaultOf(remate, "mesa4"), QString("''"));
+        QCOMPARE(remate[4].text("COLUMN_NAME"), QString("caballo"));
+        QCOMPARE(remate[58].text("COLUMN_NAME"), QString("porfinal5"));
+        const Recordset caballos = columnsOf(local, base, "rpt_caballos_tf");
+        QCOMPARE(caballos[0].text("COLUMN_NAME"), QString("integer"));
+        QCOMPARE(caballos[0].text("COLUMN_KEY"), QString("PRI"));
+        const Recordset clientes = columnsOf(local, base, "rpt_jugadas_clientes");
+        QCOMPARE(defaultOf(clientes, "cliente"), QString("'0'"));
+        QCOMPARE(defaultOf(clientes, "banco"), QString("'0'"));
+        QCOMPARE(clientes[6].text("CHARACTER_SET_NAME").left(4), QString("utf8"));
+        const Recordset diario = columnsOf(local, base, "rpt_diario");
+        QCOMPARE(diario[0].text("EXTRA"), QString("auto_increment"));
+        QCOMPARE(defaultOf(diario, "fecha"), QString("'0000-00-00'"));
+        QCOMPARE(diario[1].text("CHARACTER_SET_NAME"), QString("latin1"));
+        // Reports insert positionally: a row of rpt_jugadas takes NULL and 15 values.
+        QCOMPARE(local.exec("INSERT INTO `rpt_jugadas` VALUES (NULL,1,'0711154521',20,3,5,0,0,2,'23-11-2026','LOS PINOS',"
+                            "'07',0,0,0,0)"),
+                 1LL);
+    }
+
+    void creatingAnExistingLocalSchemaChangesNothing() {
+        env->resetLocal();
+        env->local().exec("DROP TABLE rpt_diario");
+        QVERIFY_THROWS_EXCEPTION(DbError, CrearBDLocal(env->config));
+        QCOMPARE(env->local().query("SHOW TABLES LIKE 'rpt_diario'").size(), 0);
+        QCOMPARE(numberOf(env->local(), "SELECT count(*) FROM conf_local"), 1.0);
+    }
+
+    void scriptSplitting() {
+        const QStringList s = sentenciasSql("-- comentario; con punto y coma\nCREATE TABLE a (x VARCHAR(5) DEFAULT ';');\n"
+                                            "INSERT INTO a VALUES ('it''s; fine');  \n\n");
+        QCOMPARE(s.size(), 2);
+        QVERIFY(s[0].startsWith("CREATE TABLE a"));
+        QVERIFY(s[1].endsWith("'it''s; fine')"));
+    }
+
+    void demoDay() {
+        env->loadDemo();
+        Db& db = env->db();
+        const QString hoy = env->clock.today().toString("yyyy-MM-dd");
+        QCOMPARE(textOf(db, "SELECT fecha FROM configuracion"), hoy);
+        const Recordset carreras = db.query("SELECT id_hipodromo, carrera, count(*) AS caballos, "
+                                            "sum(retirado = 0) AS corren FROM carreras WHERE fecha = ? "
+                                            "GROUP BY id_hipodromo, carrera",
+                                            {hoy});
+        QCOMPARE(carreras.size(), 16);
+        int cuatro = 0;
+        for (const Row& r : carreras) {
+            QVERIFY(r.integer("caballos") >= 6 && r.integer("caballos") <= 12);
+            if (r.integer("corren") == 4) ++cuatro;
+        }
+        QCOMPARE(cuatro, 1);
+        QCOMPARE(numberOf(db, "SELECT count(DISTINCT ch) FROM grupos"), 2.0);
+        QCOMPARE(numberOf(db, "SELECT count(*) FROM grupos"), 4.0);
+        const QStringList niveles = {"Administrador", "Administrador Oculto", "Socio", "Gerente", "Supervisor",
+                                     "SupervisorTF", "AdminTF", "Remate", "TablaFija", "Total", "Taquilla",
+                                     "Taquilla2"};
+        for (const QString& n : niveles)
+            QVERIFY2(numberOf(db, "SELECT count(*) FROM usuarios WHERE nivel = ?", {n}) >= 1, qPrintable(n));
+        for (const DemoUsuario& u : usuariosDemo())
+            QCOMPARE(Desencriptar(textOf(db, "SELECT clave FROM usuarios WHERE usuario = ?", {u.usuario}), kClaveMaestra),
+                     u.clave);
+    }
+};
+
+QTEST_GUILESS_MAIN(TstSchema)
+#include "tst_schema.moc"

@@ -1,0 +1,83 @@
+#include "support/TestEnv.h"
+
+#include "core/Connections.h"
+#include "core/Formato.h"
+#include "schema/Demo.h"
+#include "schema/LocalSchema.h"
+#include "schema/SchemaLoader.h"
+
+namespace hipico::test {
+
+Config serverConfig() {
+    Config c;
+    const int port = qEnvironmentVariableIntValue("HIPICO_DB_PORT");
+    const QString password = qEnvironmentVariable("HIPICO_DB_PASSWORD", QStringLiteral("pqr482"));
+    for (ServerConfig* s : {&c.servidor, &c.hipicos}) {
+        s->host = QStringLiteral("localhost");
+        s->usuario = QStringLiteral("root");
+        s->clave = password;
+        if (port > 0) s->puerto = port;
+    }
+    c.localClave = password;
+    if (port > 0) c.localPuerto = port;
+    c.ipSecundaria = QStringLiteral("10.0.0.2");
+    return c;
+}
+
+namespace {
+
+Config configFor(const QString& name) {
+    Config c = serverConfig();
+    c.servidor.base = "t_" + name;
+    c.hipicos.base = "t_" + name + "_hip";
+    c.localBase = "t_" + name + "_local";
+    return c;
+}
+
+}  // namespace
+
+TestEnv::TestEnv(const QString& testName, bool withLocal)
+    : name(testName), config(configFor(testName)), ctx(config, dialogs, clock) {
+    resetCentral();
+    if (withLocal) resetLocal();
+}
+
+void TestEnv::resetCentral() {
+    ctx.cnServidor.reset();
+    crearEsquema(config.servidor, scriptCentral(), true);
+    ctx.cnServidor = Db::open(cadenaServidor(config));
+}
+
+void TestEnv::loadDemo() {
+    resetCentral();
+    cargarDemo(db(), clock.today());
+}
+
+void TestEnv::resetLocal() {
+    ctx.cnLocal.reset();
+    {
+        auto admin = Db::open(cadenaLocalSinBase(config));
+        admin->exec(("DROP DATABASE IF EXISTS `" + config.localBase + "`").toStdString());
+    }
+    CrearBDLocal(config);
+    ctx.cnLocal = Db::open(cadenaLocal(config));
+}
+
+void TestEnv::resetHipicos() {
+    ctx.cnHipicos.reset();
+    crearEsquema(config.hipicos, scriptHipicos(), true);
+    auto db = Db::open(cadenaHipicos(config));
+    cargarDemoHipicos(*db, clock.today());
+}
+
+std::shared_ptr<Db> TestEnv::connect() const { return Db::open(cadenaServidor(config)); }
+
+QString textOf(Db& db, const std::string& sql, const Params& params) {
+    return Row::toText(db.scalar(sql, params));
+}
+
+double numberOf(Db& db, const std::string& sql, const Params& params) {
+    return Row::toNumber(db.scalar(sql, params));
+}
+
+}  // namespace hipico::test
