@@ -1,0 +1,62 @@
+// One bound insert of a ticket + its last insert id + a one-row update, the
+// floor under every sale: median and p99 on one connection, then eight at once.
+#include "BenchSupport.h"
+
+#include <QCoreApplication>
+#include <thread>
+
+using namespace hipico;
+using namespace hipico::bench;
+
+namespace {
+
+void roundTrip(Db& db, int k) {
+    db.exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
+            {1, 1 + k % 12, 2.0, "LOS PINOS", "07", "10:00:00", "2026-11-23", 0.0, 0, "0", "", "S1", "0", "0", "0",
+             "0", "0", "0"});
+    const long long numero = db.lastInsertId();
+    db.exec("update ma_principal set nu_boleto=? Where numero = ? limit 1", {"11123" + QString::number(numero), numero});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const Config c = benchConfig("b_roundtrip");
+    freshCentral(c);
+    const QString conn = cadenaServidor(c);
+
+    auto db = Db::open(conn);
+    for (int k = 0; k < 200; ++k) roundTrip(*db, k);  // warm-up
+    std::vector<double> one;
+    for (int k = 0; k < 3000; ++k) {
+        const auto t0 = Clock::now();
+        roundTrip(*db, k);
+        one.push_back(microsSince(t0));
+    }
+    std::printf("innodb_flush_log_at_trx_commit=%s\n", qPrintable(flushSetting(*db)));
+    std::printf("one connection: %zu round trips, median %.0f us, p99 %.0f us\n", one.size(), percentile(one, 50),
+                percentile(one, 99));
+
+    constexpr int kThreads = 8, kEach = 1500;
+    std::vector<std::vector<double>> lat(kThreads);
+    const auto t0 = Clock::now();
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back([&, t] {
+            auto mine = Db::open(conn);
+            for (int k = 0; k < kEach; ++k) {
+                const auto s = Clock::now();
+                roundTrip(*mine, k);
+                lat[t].push_back(microsSince(s));
+            }
+        });
+    }
+    for (auto& th : threads) th.join();
+    const double seconds = microsSince(t0) / 1e6;
+    std::vector<double> all;
+    for (auto& v : lat) all.insert(all.end(), v.begin(), v.end());
+    std::printf("eight connections: %zu round trips in %.2f s (%.0f per second), median %.0f us, p99 %.0f us\n",
+                all.size(), seconds, all.size() / seconds, percentile(all, 50), percentile(all, 99));
+    return 0;
+}
