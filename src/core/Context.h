@@ -7,6 +7,7 @@
 #include "core/Session.h"
 
 #include <QHash>
+#include <functional>
 #include <memory>
 
 namespace hipico {
@@ -28,6 +29,13 @@ public:
     std::shared_ptr<Db> cnHipicos;   // betting-centre server
 
     Session session;
+
+    // Set by the main menu: windows that change the current race put the new
+    // state into the menu's caption through it (unset: nothing to update).
+    std::function<void(const QString&)> tituloMenu;
+    void ponerTituloMenu(const QString& titulo) const {
+        if (tituloMenu) tituloMenu(titulo);
+    }
 
     // The connection, or a DbError saying it is not open.
     Db& servidor() const;

@@ -303,7 +303,8 @@ CREATE TABLE `caballos` (
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
 -- Winner-bet tickets. `numero` is the ticket number: the key the insert
--- generates. The sale inserts positionally (NULL then 18 values); the sale
+-- generates. Numbers start at 1000, so every ticket's number has at least
+-- four digits and its sale keys bind the horse, the units and the group. The sale inserts positionally (NULL then 18 values); the sale
 -- authorised with the supervisor password inserts the first 13 columns by name.
 CREATE TABLE `ma_principal` (
   `numero` INT NOT NULL AUTO_INCREMENT,
@@ -330,7 +331,7 @@ CREATE TABLE `ma_principal` (
   KEY `ix_ma_principal_carrera` (`fecha`, `carrera`, `caballo`, `grupo`),
   KEY `ix_ma_principal_grupo` (`grupo`, `fecha`, `carrera`),
   KEY `ix_ma_principal_ch` (`ch`, `fecha`, `numero`)
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
 
 -- Group copy of winner-bet tickets (kept days): its own key, then the
 -- ticket's columns in the order of ma_principal.
@@ -401,7 +402,7 @@ CREATE TABLE `tablafija` (
   KEY `ix_tablafija_boleto` (`nu_boleto`),
   KEY `ix_tablafija_carrera` (`fecha`, `carrera`, `caballo`, `grupo`),
   KEY `ix_tablafija_ch` (`ch`, `numero`)
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
 
 -- Fixed-table tickets of kept days: own key, then the columns of tablafija.
 CREATE TABLE `ventas_tf` (
@@ -452,7 +453,7 @@ CREATE TABLE `macuares` (
   KEY `ix_macuares_boleto` (`boleto`),
   KEY `ix_macuares_combinacion` (`combinacion`, `fecha`, `grupo`),
   KEY `ix_macuares_taquilla` (`taquilla`, `numero`)
-) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
 
 -- Combination tickets of kept days: own key, then the columns of macuares.
 CREATE TABLE `ventas_mc` (

@@ -1,10 +1,15 @@
 #include "support/TestEnv.h"
 
 #include "core/Connections.h"
+#include "core/Openers.h"
+#include "core/Session.h"
 #include "core/Formato.h"
 #include "schema/Demo.h"
 #include "schema/LocalSchema.h"
 #include "schema/SchemaLoader.h"
+
+#include <QDir>
+#include <QWidget>
 
 namespace hipico::test {
 
@@ -68,6 +73,31 @@ void TestEnv::resetHipicos() {
     crearEsquema(config.hipicos, scriptHipicos(), true);
     auto db = Db::open(cadenaHipicos(config));
     cargarDemoHipicos(*db, clock.today());
+}
+
+void TestEnv::signIn(const QString& usuario) {
+    Session& s = ctx.session;
+    s = Session();
+    Db& central = db();
+    cargarIdentidad(s, central.query("select * from usuarios where usuario=?", {usuario}).first());
+    const Recordset grupo = central.query("select * from grupos where grupo=?", {s.grupo});
+    if (!grupo.empty()) cargarGrupoUsuario(s, grupo.first());
+    if (s.nivel != "Administrador" && s.nivel != "Socio" && s.nivel != "Administrador Oculto") {
+        const Recordset sub = central.query("select * from subgrupos where subgrupo=?", {s.subgrupo});
+        if (!sub.empty()) cargarSubgrupo(s, sub.first());
+    }
+    cargarConfiguracion(s, central.query("select * from configuracion").first());
+    AbrirGrupos(ctx);
+    cargarParametrosGrupo(s, ctx.rs("rsGrupos"));
+}
+
+QString grab(QWidget* window, const QString& name) {
+    QString folder = qEnvironmentVariable("HIPICO_SCREENS");
+    if (folder.isEmpty()) folder = QDir::current().absoluteFilePath("screens");
+    QDir().mkpath(folder);
+    const QString path = QDir(folder).filePath(name + ".png");
+    window->grab().save(path);
+    return path;
 }
 
 std::shared_ptr<Db> TestEnv::connect() const { return Db::open(cadenaServidor(config)); }

@@ -7,6 +7,8 @@
 #include "core/Dialogs.h"
 
 #include <QString>
+
+class QWidget;
 #include <memory>
 
 namespace hipico::test {
@@ -31,6 +33,11 @@ public:
     // Drops and creates the betting-centre schema (with its demo rows).
     void resetHipicos();
 
+    // Fills the session as a sign-in of this user followed by the main menu's
+    // load would: identity, group, subgroup, settings and group parameters.
+    // The user must exist (loadDemo() has one of every level).
+    void signIn(const QString& usuario);
+
     // The central connection of the context.
     Db& db() { return ctx.servidor(); }
     // The local report connection of the context.
@@ -44,6 +51,10 @@ public:
     FixedClock clock;
     Context ctx;
 };
+
+// Saves a picture of a window (offscreen) as <name>.png in the folder of
+// HIPICO_SCREENS, else build/screens; returns the file's path.
+QString grab(QWidget* window, const QString& name);
 
 // A scalar of the central schema as text / number (test shorthand).
 QString textOf(Db& db, const std::string& sql, const Params& params = {});

@@ -1,0 +1,103 @@
+// Ticket codes and tamper keys, through real rows: a true ticket passes the
+// payment checks, and each kind of alteration is caught with its own message.
+#include "sales/TicketKeys.h"
+#include "support/TestEnv.h"
+
+#include <QtTest>
+
+using namespace hipico;
+using namespace hipico::test;
+
+class TstTicketKeys : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestEnv> env;
+
+    // A sold ticket with its sale keys, as the sale writes it.
+    long long vender(int carrera, int caballo, double ganadores, const QString& grupo = "07") {
+        Db& db = env->db();
+        db.exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
+                {carrera, caballo, ganadores, "LOS PINOS", grupo, "10:00:00", "2026-11-23", 0, 0, 0, "", "S1", 0, 0,
+                 0, 0, 0, 0});
+        const long long numero = db.lastInsertId();
+        const LlavesVenta k = llavesVenta(numero, caballo, ganadores, carrera, grupo);
+        db.exec("update ma_principal set nu_boleto=?,llave=?,llave2=?,llave5=? Where ch=? and numero = ? limit 1",
+                {codigoBoleto(grupo, QDate(2026, 11, 23), numero), k.llave, k.llave2, k.llave5, "LOS PINOS", numero});
+        return numero;
+    }
+
+    // Settles the winners of a group as results processing does.
+    void liquidar(int carrera, int caballo, double dividendo, const QString& grupo = "07") {
+        env->db().exec("update ma_principal set cobrado=(ganadores * ?),estatus=1,llave3=?,llave6=? where caballo=? "
+                       "and carrera =? and (estatus <> 4 and estatus<>3) and grupo= ?",
+                       {dividendo, llave3Premio(dividendo), llave6Liquidacion(grupo, carrera, caballo, dividendo),
+                        caballo, carrera, grupo});
+    }
+
+    Row boleto(long long numero) {
+        return env->db().query("SELECT * FROM ma_principal WHERE numero = ?", {numero}).first();
+    }
+
+private slots:
+    void initTestCase() { env = std::make_unique<TestEnv>("ticketkeys"); }
+
+    void codes() {
+        QCOMPARE(codigoBoleto(prefijoBoleto(1, "07"), QDate(2026, 11, 15), 4521), QString("0711154521"));
+        QCOMPARE(codigoBoleto(prefijoBoleto(0, "07"), QDate(2026, 11, 15), 4521), QString("111154521"));
+        QCOMPARE(codigoBoleto("1", QDate(2026, 3, 5), 7), QString("103057"));  // month before day
+    }
+
+    void trueTicketsPass() {
+        const long long a = vender(3, 5, 2);
+        QCOMPARE(verificarBoleto(boleto(a), std::nullopt), Alteracion::Ninguna);
+        const long long b = vender(3, 5, 2.5);
+        liquidar(3, 5, 12.35);
+        const Row r = boleto(b);
+        QCOMPARE(r.integer("estatus"), 1LL);
+        QCOMPARE(r.number("cobrado"), 2.5 * 12.35);
+        QCOMPARE(verificarBoleto(r, std::nullopt), Alteracion::Ninguna);
+        QCOMPARE(verificarBoleto(boleto(a), r), Alteracion::CopiaGrupo);  // another ticket as its copy
+        QCOMPARE(verificarBoleto(r, r), Alteracion::Ninguna);
+    }
+
+    void alterations_data() {
+        QTest::addColumn<QString>("cambio");
+        QTest::addColumn<int>("esperada");
+        QTest::newRow("horse") << "caballo=caballo+1" << int(Alteracion::Caballo);
+        QTest::newRow("race") << "carrera=carrera+1" << int(Alteracion::Carrera);
+        QTest::newRow("units") << "ganadores=ganadores*10" << int(Alteracion::Unidades);
+        QTest::newRow("payout") << "cobrado=cobrado+100" << int(Alteracion::Premio);
+        QTest::newRow("made a winner") << "estatus=1,cobrado=500" << int(Alteracion::Premio);
+        QTest::newRow("group") << "grupo='08'" << int(Alteracion::Caballo);
+        QTest::newRow("keys zeroed") << "llave='0',llave2='0',llave5='0'" << int(Alteracion::Caballo);
+    }
+
+    void alterations() {
+        QFETCH(QString, cambio);
+        QFETCH(int, esperada);
+        const long long n = vender(4, 7, 3);
+        liquidar(4, 7, 8.4);
+        const Row original = boleto(n);
+        env->db().exec(("UPDATE ma_principal SET " + cambio + " WHERE numero = ?").toStdString(), {n});
+        const Alteracion a = verificarBoleto(boleto(n), std::nullopt);
+        QCOMPARE(int(a), esperada);
+        QVERIFY(!mensajeAlteracion(a).isEmpty());
+        // The group copy, untouched, also disagrees with the altered row.
+        QVERIFY(verificarBoleto(boleto(n), original) != Alteracion::Ninguna);
+    }
+
+    void messages() {
+        QCOMPARE(mensajeAlteracion(Alteracion::Caballo),
+                 QString("Este boleto presenta una alteración, verificar bien los datos del boleto"));
+        QCOMPARE(mensajeAlteracion(Alteracion::Carrera),
+                 QString("Este boleto presenta una alteración en el numero de carrera, verificar bien los datos del boleto"));
+        QCOMPARE(mensajeAlteracion(Alteracion::Unidades),
+                 QString("Este boleto presenta una alteración en el monto, verificar bien los datos del boleto"));
+        QCOMPARE(mensajeAlteracion(Alteracion::Premio),
+                 QString("Este boleto presenta una alteracion en el Monto, verificar bien los datos del boleto"));
+        QCOMPARE(mensajeAlteracion(Alteracion::CopiaGrupo),
+                 QString("Este boleto presenta una alteración en el numero de Carrera, verificar bien los datos del boleto"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TstTicketKeys)
+#include "tst_ticketkeys.moc"
