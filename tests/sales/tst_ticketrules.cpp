@@ -1,6 +1,7 @@
 // Ticket codes and tamper keys, through real rows: a true ticket passes the
 // payment checks, and each kind of alteration is caught with its own message.
 #include "sales/TicketKeys.h"
+#include "sales/TicketRules.h"
 #include "support/TestEnv.h"
 
 #include <QtTest>
@@ -8,7 +9,7 @@
 using namespace hipico;
 using namespace hipico::test;
 
-class TstTicketKeys : public QObject {
+class TstTicketRules : public QObject {
     Q_OBJECT
     std::unique_ptr<TestEnv> env;
 
@@ -38,7 +39,7 @@ class TstTicketKeys : public QObject {
     }
 
 private slots:
-    void initTestCase() { env = std::make_unique<TestEnv>("ticketkeys"); }
+    void initTestCase() { env = std::make_unique<TestEnv>("ticketrules"); }
 
     void codes() {
         QCOMPARE(codigoBoleto(prefijoBoleto(1, "07"), QDate(2026, 11, 15), 4521), QString("0711154521"));
@@ -85,6 +86,44 @@ private slots:
         QVERIFY(verificarBoleto(boleto(n), original) != Alteracion::Ninguna);
     }
 
+    void voidWritesTheAuditRowAndRemovesTheTicket() {
+        Db& db = env->db();
+        const long long n = vender(6, 2, 4);
+        const Row b = boleto(n);
+        QVERIFY(anularBoletoGanador(db, b, "CLIENTE DESISTIO", "taquilla1"));
+        QCOMPARE(numberOf(db, "SELECT count(*) FROM ma_principal WHERE numero = ?", {n}), 0.0);
+        const Row log = db.query("SELECT * FROM bitacora WHERE numero = ?", {n}).first();
+        QCOMPARE(log.integer("estatus"), 5LL);
+        QCOMPARE(log.text("motivo"), QString("CLIENTE DESISTIO"));
+        QCOMPARE(log.text("usuario"), QString("taquilla1"));
+        QCOMPARE(log.text("taquilla"), QString("LOS PINOS"));
+        QCOMPARE(log.text("nu_boleto"), b.text("nu_boleto"));
+        QCOMPARE(log.number("ganadores"), 4.0);
+        // A second void of the same ticket finds nothing and writes nothing.
+        QVERIFY(!anularBoletoGanador(db, b, "OTRA VEZ", "taquilla1"));
+        QCOMPARE(numberOf(db, "SELECT count(*) FROM bitacora WHERE numero = ?", {n}), 1.0);
+    }
+
+    void voidIsAllOrNothing() {
+        Db& db = env->db();
+        const long long n = vender(6, 3, 1);
+        db.exec("CREATE TRIGGER no_borrar BEFORE DELETE ON ma_principal FOR EACH ROW "
+                "SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'borrado rechazado'");
+        QVERIFY_THROWS_EXCEPTION(DbError, anularBoletoGanador(db, boleto(n), "ANULADO", "admin"));
+        db.exec("DROP TRIGGER no_borrar");
+        QCOMPARE(numberOf(db, "SELECT count(*) FROM bitacora WHERE numero = ?", {n}), 0.0);
+        QCOMPARE(numberOf(db, "SELECT count(*) FROM ma_principal WHERE numero = ?", {n}), 1.0);
+    }
+
+    void processedRace() {
+        Db& db = env->db();
+        db.exec("INSERT INTO carreras (fecha, carrera, id_hipodromo, nu_caballo, win_ganadores) VALUES "
+                "('2026-11-23', 5, 1, 1, 0), ('2026-11-23', 5, 1, 2, 0), ('2026-11-23', 6, 2, 1, 4)");
+        QVERIFY(!carreraProcesada(db, "2026-11-23", 5));
+        QVERIFY(carreraProcesada(db, "2026-11-23", 6));
+        QVERIFY(!carreraProcesada(db, "2026-11-24", 6));
+    }
+
     void messages() {
         QCOMPARE(mensajeAlteracion(Alteracion::Caballo),
                  QString("Este boleto presenta una alteración, verificar bien los datos del boleto"));
@@ -99,5 +138,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TstTicketKeys)
-#include "tst_ticketkeys.moc"
+QTEST_GUILESS_MAIN(TstTicketRules)
+#include "tst_ticketrules.moc"
