@@ -173,6 +173,22 @@ void cargarDemoHipicos(Db& db, const QDate& hoy) {
             "('MARACAY', 'JOSE GONZALEZ', '0243-5550000', '12', ?, 2, 1, 1, 1, 'S2', 'Activo'), "
             "('MARACAY', 'ANA MARTINEZ', '0243-5550000', '15', ?, 2, 1, 1, 1, 'S2', 'Activo')",
             {fecha, fecha, fecha, fecha});
+
+    // Tomorrow's card, ready to be copied by the race-card screen: three races
+    // of LA RINCONADA and two of SANTA RITA, six horses each, one scratched.
+    const QString manana = fechaSql(hoy.addDays(1));
+    int nombre = 7;
+    for (int hipodromo : {1, 2}) {
+        for (int carrera = 1; carrera <= (hipodromo == 1 ? 3 : 2); ++carrera) {
+            for (int n = 1; n <= 6; ++n) {
+                db.exec("INSERT INTO carreras (fecha, carrera, id_hipodromo, caballo, nu_caballo, retirado, favorito) "
+                        "VALUES (?, ?, ?, ?, ?, ?, ?)",
+                        {manana, carrera, hipodromo, kCaballos[nombre % kNumCaballos], n,
+                         (hipodromo == 1 && carrera == 2 && n == 6) ? 1 : 0, n == carrera ? 1 : 0});
+                ++nombre;
+            }
+        }
+    }
 }
 
 }  // namespace hipico

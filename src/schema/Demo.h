@@ -24,7 +24,8 @@ const QVector<DemoUsuario>& usuariosDemo();
 // betting centres with two groups each, their rules and limits, users of
 // every level, clients and the day's total rows.
 void cargarDemo(Db& central, const QDate& hoy);
-// The betting centres of the demo, on the betting-centre server.
+// The betting centres of the demo, and tomorrow's race card, on the
+// betting-centre server.
 void cargarDemoHipicos(Db& hipicos, const QDate& hoy);
 
 }  // namespace hipico
