@@ -1,12 +1,15 @@
 #include "app/Ventanas.h"
 
 #include "core/WindowRegistry.h"
+#include "races/Form_AbrirCerrar.h"
+#include "races/Form_Carreras.h"
 
 namespace hipico {
 
 void registrarVentanas(WindowRegistry& registro) {
     // One line per window: registro.add("entrada_menu", [](Context& ctx, QWidget* menu) { ... });
-    (void)registro;
+    registro.add("carreras_menu", [](Context& ctx, QWidget* menu) { return new Form_Carreras(ctx, menu); });
+    registro.add("abrir_cerrar_menu", [](Context& ctx, QWidget* menu) { return new Form_AbrirCerrar(ctx, menu); });
 }
 
 }  // namespace hipico

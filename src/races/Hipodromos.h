@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+
+namespace hipico {
+
+class Context;
+
+// The tracks as the race screens list them: the names of rsHipodromos
+// (reopened), in the table's order; with soloActivos only those whose
+// estatus is 1.
+QStringList nombresHipodromos(Context& ctx, bool soloActivos);
+
+// The id of the track whose name equals the text exactly, walking
+// rsHipodromos from its first row (reopened first); nullopt when none does.
+std::optional<int> idHipodromo(Context& ctx, const QString& nombre);
+
+// A number typed in a race or horse number box: an empty box counts as 0;
+// nullopt when the text is not a whole number that fits the column.
+std::optional<int> numeroCaja(const QString& texto);
+
+// The main menu's caption: "MENU PRINCIPAL -  " and the session's text
+// (centre and user), followed by the state when one is given.
+QString tituloMenuPrincipal(const Context& ctx, const QString& estado = {});
+
+// Runs one action of a window: a database failure ends the action with a
+// message (critical icon) instead of ending the program. Returns whether the
+// action ran to its end.
+bool ejecutarAccion(Context& ctx, const std::function<void()>& accion);
+
+}  // namespace hipico
