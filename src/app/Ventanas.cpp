@@ -1,12 +1,13 @@
 #include "app/Ventanas.h"
 
 #include "core/WindowRegistry.h"
+#include "signin/Form_CambiarGrupo.h"
 
 namespace hipico {
 
 void registrarVentanas(WindowRegistry& registro) {
     // One line per window: registro.add("entrada_menu", [](Context& ctx, QWidget* menu) { ... });
-    (void)registro;
+    registro.add("ch_menu_grupo", [](Context& ctx, QWidget* menu) { return new Form_CambiarGrupo(ctx, menu); });
 }
 
 }  // namespace hipico
