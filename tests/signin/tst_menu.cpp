@@ -18,6 +18,7 @@
 #include <QTableView>
 #include <QToolBar>
 #include <QtTest>
+#include <thread>
 
 using namespace hipico;
 using namespace hipico::test;
@@ -500,6 +501,60 @@ private slots:
         QVERIFY(env->dialogs.last().text.startsWith("EL BOLETO NO SE PUEDE ANULAR"));
         QCOMPARE(contar("select count(*) from bitacora"), bitacora);
         QCOMPARE(contar("select count(*) from ma_principal where nu_boleto=?", {codigo}), 1.0);
+    }
+
+    // Results processing that marks the ticket a winner while the void waits
+    // for the ticket: the void sees the processed race and writes nothing.
+    void anularMientrasSeProcesa() {
+        const QString codigo = vender(7, 2, 3, "07");
+        env->signIn("gerente");
+        const QString fecha = env->ctx.session.fecha;
+        auto proceso = env->connect();
+        proceso->begin();
+        proceso->exec("update carreras set win_ganadores=2 where fecha=? and carrera=7", {fecha});
+        proceso->exec("update ma_principal set estatus=1, cobrado=ganadores*4.5 where nu_boleto=?", {codigo});
+
+        ScriptedDialogs dialogos;
+        dialogos.type(codigo).type("ANULADO");
+        Context otro(env->config, dialogos, env->clock);
+        otro.cnServidor = env->connect();
+        otro.session = env->ctx.session;
+        MenuPrincipal logica(otro, completo);
+        MenuPrincipal::Anulacion r = MenuPrincipal::Anulacion::Error;
+        std::thread anulacion([&] { r = logica.AnularBoleto(); });
+        QTest::qWait(300);
+        proceso->commit();
+        anulacion.join();
+        QCOMPARE(r, MenuPrincipal::Anulacion::CarreraProcesada);
+        QCOMPARE(dialogos.last().text, QString("EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA"));
+        QCOMPARE(contar("select estatus from ma_principal where nu_boleto=?", {codigo}), 1.0);
+        QCOMPARE(contar("select count(*) from bitacora where nu_boleto=?", {codigo}), 0.0);
+    }
+
+    // Two managers void the same ticket at once: one voids it, one is told it is gone.
+    void anularDosALaVez() {
+        const QString codigo = vender(4, 6, 1, "07");
+        env->signIn("gerente");
+        struct Caja {
+            ScriptedDialogs dialogos;
+            std::unique_ptr<Context> ctx;
+            MenuPrincipal::Anulacion r = MenuPrincipal::Anulacion::Error;
+        };
+        Caja cajas[2];
+        for (Caja& c : cajas) {
+            c.dialogos.type(codigo).type("ANULADO");
+            c.ctx = std::make_unique<Context>(env->config, c.dialogos, env->clock);
+            c.ctx->cnServidor = env->connect();
+            c.ctx->session = env->ctx.session;
+        }
+        std::vector<std::thread> hilos;
+        for (Caja& c : cajas)
+            hilos.emplace_back([&c, this] { c.r = MenuPrincipal(*c.ctx, completo).AnularBoleto(); });
+        for (auto& h : hilos) h.join();
+        QCOMPARE(int(cajas[0].r == MenuPrincipal::Anulacion::Anulado) + int(cajas[1].r == MenuPrincipal::Anulacion::Anulado), 1);
+        QVERIFY(cajas[0].r == MenuPrincipal::Anulacion::NoEncontrado || cajas[1].r == MenuPrincipal::Anulacion::NoEncontrado);
+        QCOMPARE(contar("select count(*) from bitacora where nu_boleto=?", {codigo}), 1.0);
+        QCOMPARE(contar("select count(*) from ma_principal where nu_boleto=?", {codigo}), 0.0);
     }
 
     void tableroDeSubasta_data() {
