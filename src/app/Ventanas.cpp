@@ -3,6 +3,7 @@
 #include "core/WindowRegistry.h"
 #include "races/Form_AbrirCerrar.h"
 #include "races/Form_Carreras.h"
+#include "signin/Form_CambiarGrupo.h"
 
 namespace hipico {
 
@@ -10,6 +11,7 @@ void registrarVentanas(WindowRegistry& registro) {
     // One line per window: registro.add("entrada_menu", [](Context& ctx, QWidget* menu) { ... });
     registro.add("carreras_menu", [](Context& ctx, QWidget* menu) { return new Form_Carreras(ctx, menu); });
     registro.add("abrir_cerrar_menu", [](Context& ctx, QWidget* menu) { return new Form_AbrirCerrar(ctx, menu); });
+    registro.add("ch_menu_grupo", [](Context& ctx, QWidget* menu) { return new Form_CambiarGrupo(ctx, menu); });
 }
 
 }  // namespace hipico

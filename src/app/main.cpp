@@ -1,16 +1,20 @@
+#include "app/Ventanas.h"
 #include "core/Clock.h"
 #include "core/Config.h"
-#include "core/Connections.h"
 #include "core/Context.h"
 #include "core/Dialogs.h"
 #include "core/Version.h"
+#include "core/WindowRegistry.h"
+#include "signin/Form_MenuPrincipal.h"
+#include "signin/frmLogin.h"
 
 #include <QApplication>
-#include <QLabel>
-#include <QMainWindow>
+#include <memory>
 
 using namespace hipico;
 
+// The program: the sign-in window, then the main menu, which stays open for
+// the whole run and opens every other window.
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("hipico");
@@ -21,13 +25,16 @@ int main(int argc, char** argv) {
     QtDialogs dialogs;
     Context ctx(config, dialogs, clock);
 
-    QMainWindow ventana;
-    ventana.setWindowTitle("MENU PRINCIPAL - ");
-    auto* texto = new QLabel(&ventana);
-    texto->setAlignment(Qt::AlignCenter);
-    ventana.setCentralWidget(texto);
-    ventana.resize(900, 600);
-    ventana.show();
-    if (ConectarServidor(ctx)) texto->setText("Conectado al servidor central. " + kVersionEtiqueta);
+    WindowRegistry ventanas;
+    registrarVentanas(ventanas);
+
+    std::unique_ptr<Form_MenuPrincipal> menu;
+    frmLogin login(ctx);
+    login.alAceptar = [&] {
+        menu = std::make_unique<Form_MenuPrincipal>(ctx, ventanas);
+        menu->show();
+        menu->cargar();
+    };
+    login.show();
     return app.exec();
 }

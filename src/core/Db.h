@@ -56,7 +56,8 @@ public:
     long long lastInsertId();
 
     // Runs fn inside one transaction: committed when fn returns, rolled back
-    // when it throws. A deadlock chosen by the server is retried once.
+    // when it throws. A deadlock chosen by the server is retried once. Called
+    // inside a transaction, fn simply joins the one already open.
     template <class F>
     auto inTransaction(F&& fn) -> decltype(fn());
 
@@ -88,6 +89,8 @@ private:
 
 template <class F>
 auto Db::inTransaction(F&& fn) -> decltype(fn()) {
+    // Already inside one: the work joins it and commits or rolls back with it.
+    if (inTransaction_) return fn();
     for (int attempt = 0;; ++attempt) {
         begin();
         try {

@@ -159,6 +159,18 @@ private slots:
         QCOMPARE(numberOf(db, "SELECT count(*) FROM textos"), 1.0);
     }
 
+    void innerTransactionJoinsTheOuterOne() {
+        Db& db = env->db();
+        db.exec("DELETE FROM textos");
+        QVERIFY_THROWS_EXCEPTION(DbError, db.inTransaction([&] {
+            db.inTransaction([&] { db.exec("INSERT INTO textos (u) VALUES ('interna')"); });
+            QVERIFY(db.inTransactionNow());  // the inner one did not commit
+            db.exec("INSERT INTO tabla_que_no_existe VALUES (1)");
+        }));
+        QCOMPARE(numberOf(db, "SELECT count(*) FROM textos"), 0.0);
+        QVERIFY(!db.inTransactionNow());
+    }
+
     void rowLockMakesOthersWait() {
         // A row read FOR UPDATE inside a transaction is not changed by another
         // connection until the transaction ends.

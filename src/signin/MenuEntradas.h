@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace hipico {
+
+// The user levels, as usuarios.nivel holds them (compared exactly).
+namespace nivel {
+inline const QString Administrador = QStringLiteral("Administrador");
+inline const QString AdministradorOculto = QStringLiteral("Administrador Oculto");
+inline const QString Socio = QStringLiteral("Socio");
+inline const QString Gerente = QStringLiteral("Gerente");
+inline const QString Supervisor = QStringLiteral("Supervisor");
+inline const QString SupervisorTF = QStringLiteral("SupervisorTF");
+inline const QString AdminTF = QStringLiteral("AdminTF");
+inline const QString Remate = QStringLiteral("Remate");
+inline const QString TablaFija = QStringLiteral("TablaFija");
+inline const QString Total = QStringLiteral("Total");
+inline const QString Taquilla = QStringLiteral("Taquilla");
+inline const QString Taquilla2 = QStringLiteral("Taquilla2");
+}  // namespace nivel
+
+// Every level, in the order the menu's load compares them.
+const QStringList& todosLosNiveles();
+
+// One entry of the main menu: its name, caption, the menu that holds it, the
+// levels that see it, and the allow-list the entry re-checks when clicked
+// (empty: none, the visibility is all).
+struct EntradaMenu {
+    QString nombre;
+    QString titulo;
+    QString menu;
+    QStringList niveles;
+    QStringList permitidos;
+    QString boton;  // caption of its toolbar button ("" when it has none)
+};
+
+// The menus of the menu bar, in order.
+const QStringList& menusPrincipales();
+// Every entry, in menu order.
+const QVector<EntradaMenu>& entradasMenu();
+// The entry of that name (nullptr when there is none).
+const EntradaMenu* buscarEntrada(const QString& nombre);
+
+// The menu's own functions: they need no window of the registry.
+bool esFuncionPropia(const QString& entrada);
+
+// The auction boards the group's number of tables chooses between.
+const QStringList& tablerosSubasta();
+
+}  // namespace hipico

@@ -1,0 +1,236 @@
+#include "signin/frmLogin.h"
+
+#include "core/Context.h"
+#include "core/InputFilters.h"
+#include "core/Network.h"
+#include "core/Version.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QThread>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace hipico {
+
+namespace {
+
+// Keeps the boxes a background lookup wants to show until the window can show them.
+class DialogosDiferidos : public Dialogs {
+public:
+    struct Mensaje {
+        Icon icon;
+        QString titulo;
+        QString texto;
+    };
+    void message(Icon icon, const QString& title, const QString& text) override { mensajes.append({icon, title, text}); }
+    bool confirm(const QString&, const QString&, bool, Icon) override { return false; }
+    std::optional<QString> ask(const QString&, const QString&, const QString&) override { return std::nullopt; }
+    QVector<Mensaje> mensajes;
+};
+
+constexpr int kIntervaloRedMs = 2000;
+
+}  // namespace
+
+struct frmLogin::ResultadoIp {
+    QString ip;
+    DialogosDiferidos dialogos;
+};
+
+frmLogin::frmLogin(Context& ctx, QWidget* parent)
+    : QWidget(parent), terminar([] { QCoreApplication::exit(0); }), ctx_(ctx), login_(ctx) {
+    setObjectName("frmLogin");
+    setWindowTitle(kTituloInicioSesion);
+
+    auto* encabezado = new QLabel(QStringLiteral("CENTROS HÍPICOS"), this);
+    encabezado->setAlignment(Qt::AlignCenter);
+    encabezado->setStyleSheet("QLabel { background: #1b5e20; color: white; font-size: 18pt; font-weight: bold; "
+                              "padding: 12px; }");
+    auto* subtitulo = new QLabel(QStringLiteral("Ingrese su usuario y su clave"), this);
+    subtitulo->setAlignment(Qt::AlignCenter);
+
+    txtUserName_ = new QLineEdit(this);
+    txtUserName_->setObjectName("txtUserName");
+    txtUserName_->setMaxLength(45);
+    txtPassword_ = new QLineEdit(this);
+    txtPassword_->setObjectName("txtPassword");
+    txtPassword_->setEchoMode(QLineEdit::Password);
+    txtPassword_->setMaxLength(45);
+
+    cmdOK_ = new QPushButton(QStringLiteral("&Aceptar"), this);
+    cmdOK_->setObjectName("cmdOK");
+    cmdCancel_ = new QPushButton(QStringLiteral("&Cancelar"), this);
+    cmdCancel_->setObjectName("cmdCancel");
+
+    lblVersion_ = new QLabel(kVersionEtiqueta, this);
+    lblVersion_->setObjectName("lblVersion");
+    Label_internet_ = new QLabel(this);
+    Label_internet_->setObjectName("Label_internet");
+    Label_internet_->setAlignment(Qt::AlignCenter);
+    Label_internet_->setMinimumWidth(120);
+    Text_datos_ = new QLineEdit(this);
+    Text_datos_->setObjectName("Text_datos");
+    Text_datos_->setReadOnly(true);
+    Text_datos_->setFocusPolicy(Qt::NoFocus);
+
+    auto* formulario = new QFormLayout;
+    formulario->addRow(QStringLiteral("&Usuario:"), txtUserName_);
+    formulario->addRow(QStringLiteral("C&lave:"), txtPassword_);
+    formulario->addRow(QStringLiteral("IP pública:"), Text_datos_);
+    formulario->setContentsMargins(24, 8, 24, 8);
+
+    auto* botones = new QHBoxLayout;
+    botones->addStretch();
+    botones->addWidget(cmdOK_);
+    botones->addWidget(cmdCancel_);
+    botones->addStretch();
+
+    auto* pie = new QHBoxLayout;
+    pie->addWidget(lblVersion_);
+    pie->addStretch();
+    pie->addWidget(Label_internet_);
+    pie->setContentsMargins(8, 4, 8, 8);
+
+    auto* columna = new QVBoxLayout(this);
+    columna->setContentsMargins(0, 0, 0, 0);
+    columna->addWidget(encabezado);
+    columna->addWidget(subtitulo);
+    columna->addLayout(formulario);
+    columna->addLayout(botones);
+    columna->addLayout(pie);
+    setFixedSize(420, 300);
+
+    setTabOrder(txtUserName_, txtPassword_);
+    setTabOrder(txtPassword_, cmdOK_);
+    setTabOrder(cmdOK_, cmdCancel_);
+    EnterMovesOn::install(txtUserName_);
+    EnterMovesOn::install(txtPassword_, [this] {
+        cmdOK_Click();
+        return true;
+    });
+    connect(cmdOK_, &QPushButton::clicked, this, &frmLogin::cmdOK_Click);
+    connect(cmdCancel_, &QPushButton::clicked, this, &frmLogin::cmdCancel_Click);
+
+    Timer1_ = new QTimer(this);
+    Timer1_->setInterval(kIntervaloRedMs);
+    connect(Timer1_, &QTimer::timeout, this, &frmLogin::Timer1_Timer);
+    Timer1_->start();
+    Timer1_Timer();
+    txtUserName_->setFocus();
+}
+
+frmLogin::~frmLogin() {
+    if (busqueda_) {
+        busqueda_->wait();
+        delete busqueda_;
+    }
+}
+
+void frmLogin::Timer1_Timer() {
+    const bool enLinea = HayInternet();
+    Label_internet_->setText(Login::textoRed(enLinea));
+    Label_internet_->setStyleSheet(enLinea ? "QLabel { background: #2e7d32; color: white; padding: 2px 8px; }"
+                                           : "QLabel { background: #c62828; color: white; padding: 2px 8px; }");
+}
+
+void frmLogin::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!ipBuscada_ && !busqueda_) buscarIpPublica();
+}
+
+// The public address is asked of the configured services in the background,
+// so the window can be used meanwhile. With no services configured nobody is
+// asked and the address stays empty, without a warning.
+void frmLogin::buscarIpPublica() {
+    const QString servicios = ctx_.config.serviciosIp.trimmed();
+    if (servicios.isEmpty()) {
+        ipBuscada_ = true;
+        Text_datos_->setPlaceholderText(QStringLiteral("sin servicios configurados"));
+        return;
+    }
+    Text_datos_->setPlaceholderText(QStringLiteral("buscando..."));
+    resultadoIp_ = std::make_shared<ResultadoIp>();
+    auto resultado = resultadoIp_;
+    const int espera = ctx_.config.esperaRedMs;
+    busqueda_ = QThread::create([resultado, servicios, espera] {
+        resultado->ip = IpPublica(servicios, resultado->dialogos, espera);
+    });
+    connect(busqueda_, &QThread::finished, this, &frmLogin::mostrarIp);
+    busqueda_->start();
+}
+
+bool frmLogin::buscandoIp() const { return busqueda_ && !ipBuscada_; }
+
+void frmLogin::esperarIp() {
+    if (!busqueda_ || ipBuscada_) return;
+    if (!busqueda_->isFinished()) {
+        // The window keeps painting meanwhile; the user's keys wait.
+        QEventLoop espera;
+        connect(busqueda_, &QThread::finished, &espera, &QEventLoop::quit);
+        if (!busqueda_->isFinished()) espera.exec(QEventLoop::ExcludeUserInputEvents);
+    }
+    mostrarIp();
+}
+
+void frmLogin::mostrarIp() {
+    if (!busqueda_ || ipBuscada_) return;
+    busqueda_->wait();
+    ipBuscada_ = true;
+    busqueda_->deleteLater();
+    busqueda_ = nullptr;
+    login_.ipPublica = resultadoIp_->ip;
+    Text_datos_->setText(resultadoIp_->ip);
+    Text_datos_->setCursorPosition(0);
+    for (const auto& m : resultadoIp_->dialogos.mensajes) ctx_.dialogs.message(m.icon, m.titulo, m.texto);
+}
+
+void frmLogin::cmdOK_Click() {
+    if (aceptado_ || terminado_) return;
+    // The address recorded with the login is the one the window shows: wait for it.
+    esperarIp();
+    const Login::Resultado r = login_.IniciarSesion(txtUserName_->text(), txtPassword_->text());
+    if (r == Login::Resultado::Aceptado) {
+        aceptado_ = true;
+        Timer1_->stop();
+        if (alAceptar) alAceptar();
+        close();
+        return;
+    }
+    if (Login::terminaPrograma(r)) {
+        terminado_ = true;
+        hide();
+        if (terminar) terminar();
+        return;
+    }
+    if (Login::vuelveAClave(r)) {
+        txtPassword_->setFocus();
+        txtPassword_->selectAll();
+    }
+}
+
+void frmLogin::cmdCancel_Click() { close(); }
+
+void frmLogin::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (aceptado_ || terminado_) return;
+    terminado_ = true;
+    if (terminar) terminar();
+}
+
+void frmLogin::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        cmdCancel_Click();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+}  // namespace hipico

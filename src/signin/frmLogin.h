@@ -1,0 +1,69 @@
+#pragma once
+
+#include "signin/Login.h"
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QThread;
+class QTimer;
+
+namespace hipico {
+
+class Context;
+
+// The sign-in window: user name, password, the program version, the network
+// state and this machine's public address.
+class frmLogin : public QWidget {
+    Q_OBJECT
+public:
+    explicit frmLogin(Context& ctx, QWidget* parent = nullptr);
+    ~frmLogin() override;
+
+    // Called after a successful sign-in, before this window closes: opens the main menu.
+    std::function<void()> alAceptar;
+    // Ends the program (Cancel, and the refusals that end it).
+    std::function<void()> terminar;
+
+    Login& logica() { return login_; }
+    // Whether the public address lookup is still running.
+    bool buscandoIp() const;
+    // Waits for the public address lookup (if running) and shows its result.
+    void esperarIp();
+
+    void cmdOK_Click();
+    void cmdCancel_Click();
+    void Timer1_Timer();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void buscarIpPublica();
+    void mostrarIp();
+
+    Context& ctx_;
+    Login login_;
+    QLineEdit* txtUserName_;
+    QLineEdit* txtPassword_;
+    QPushButton* cmdOK_;
+    QPushButton* cmdCancel_;
+    QLabel* lblVersion_;
+    QLabel* Label_internet_;
+    QLineEdit* Text_datos_;
+    QTimer* Timer1_;
+    QThread* busqueda_ = nullptr;
+    struct ResultadoIp;
+    std::shared_ptr<ResultadoIp> resultadoIp_;
+    bool ipBuscada_ = false;
+    bool aceptado_ = false;
+    bool terminado_ = false;
+};
+
+}  // namespace hipico
