@@ -41,6 +41,14 @@ QString Session::parametroTexto(const QString& columna) const { return texto(gru
 double Session::ajuste(const QString& columna) const { return numero(configuracion, columna); }
 QString Session::ajusteTexto(const QString& columna) const { return texto(configuracion, columna); }
 
+QString tituloMenuPrincipal(const Session& s, const QString& estado) {
+    QString quien = s.ch;
+    if (!s.usuario.isEmpty()) quien += (quien.isEmpty() ? "" : " - ") + s.usuario;
+    QString titulo = "MENU PRINCIPAL -  " + quien;
+    if (!estado.isEmpty()) titulo += "   " + estado;
+    return titulo;
+}
+
 void cargarIdentidad(Session& s, const Row& u) {
     s.idUsuario = u.has("id_usuario") ? u.integer("id_usuario") : 0;
     s.usuario = texto(u, "usuario");

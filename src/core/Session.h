@@ -89,6 +89,10 @@ struct Session {
     QString ajusteTexto(const QString& columna) const;
 };
 
+// The main menu's caption: "MENU PRINCIPAL -  " + centre + " - " + user, then
+// the current race's state when one is given.
+QString tituloMenuPrincipal(const Session& s, const QString& estado = {});
+
 // Sign-in: the user's row (id_usuario, usuario, clave, grupo, nivel, nombre, estatus, mac, fecha_ingreso).
 void cargarIdentidad(Session& s, const Row& usuario);
 // Sign-in: the user's group row (ch, subgrupo, bloqueo, Subastas).

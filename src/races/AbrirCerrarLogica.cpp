@@ -114,10 +114,10 @@ bool AbrirCerrarLogica::carreraActual(int carrera, const Pozos& pozos, int valor
 
     ctx_.dialogs.inform(kTituloCarreras, kExito);
     ctx_.ponerTituloMenu(tituloMenuPrincipal(
-        ctx_, QStringLiteral("CARRERA ACTUAL: %1 %2").arg(carrera).arg(valor == 1 ? "ABIERTA" : "CERRADA")));
+        ctx_.session, QStringLiteral("CARRERA ACTUAL: %1 %2").arg(carrera).arg(valor == 1 ? "ABIERTA" : "CERRADA")));
     return true;
 }
 
-QString AbrirCerrarLogica::tituloAlCerrar() const { return tituloMenuPrincipal(ctx_); }
+QString AbrirCerrarLogica::tituloAlCerrar() const { return tituloMenuPrincipal(ctx_.session); }
 
 }  // namespace hipico

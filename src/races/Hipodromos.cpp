@@ -30,13 +30,6 @@ std::optional<int> numeroCaja(const QString& texto) {
     return n;
 }
 
-QString tituloMenuPrincipal(const Context& ctx, const QString& estado) {
-    const Session& s = ctx.session;
-    QString titulo = QStringLiteral("MENU PRINCIPAL -  ") + s.ch + QStringLiteral(" - ") + s.usuario;
-    if (!estado.isEmpty()) titulo += QStringLiteral("   ") + estado;
-    return titulo;
-}
-
 bool ejecutarAccion(Context& ctx, const std::function<void()>& accion) {
     try {
         accion();

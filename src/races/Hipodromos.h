@@ -22,10 +22,6 @@ std::optional<int> idHipodromo(Context& ctx, const QString& nombre);
 // nullopt when the text is not a whole number that fits the column.
 std::optional<int> numeroCaja(const QString& texto);
 
-// The main menu's caption: "MENU PRINCIPAL -  " and the session's text
-// (centre and user), followed by the state when one is given.
-QString tituloMenuPrincipal(const Context& ctx, const QString& estado = {});
-
 // Runs one action of a window: a database failure ends the action with a
 // message (critical icon) instead of ending the program. Returns whether the
 // action ran to its end.

@@ -30,11 +30,7 @@ std::string esquema(const QString& nombre) {
 MenuPrincipal::MenuPrincipal(Context& ctx, const WindowRegistry& ventanas)
     : abrirDireccion([](const QUrl& url) { return QDesktopServices::openUrl(url); }), ctx_(ctx), ventanas_(ventanas) {}
 
-QString MenuPrincipal::titulo(const Session& s) {
-    QString quien = s.ch;
-    if (!s.usuario.isEmpty()) quien += (quien.isEmpty() ? "" : " - ") + s.usuario;
-    return "MENU PRINCIPAL -  " + quien;
-}
+QString MenuPrincipal::titulo(const Session& s) { return tituloMenuPrincipal(s); }
 
 void MenuPrincipal::cargarAjustes() {
     Session& s = ctx_.session;
