@@ -56,8 +56,6 @@ bool AdminGanadores::seguro(const QString& titulo, const std::function<bool()>& 
         return fn();
     } catch (const DbError& e) {
         ctx_.dialogs.refuse(titulo, e.text());
-    } catch (const std::exception& e) {
-        ctx_.dialogs.refuse(titulo, QString::fromUtf8(e.what()));
     }
     return false;
 }

@@ -211,6 +211,7 @@ QWidget* Form_Admin_Win::construirCarrera() {
     carreraTabla_->setHorizontalHeaderLabels({" ID ", " Nº ", " CABALLO ", " FAV ", " RETIRADO ", " ESTADO ",
                                               " APUESTA MAX ", " PUESTO ", " LLEGADA "});
     carreraTabla_->verticalHeader()->hide();
+    carreraTabla_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     carreraTabla_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
     connect(carreraTabla_, &QTableWidget::cellChanged, this, &Form_Admin_Win::celdaCarrera);
     centro->addWidget(carreraTabla_, 1);
@@ -285,7 +286,7 @@ QWidget* Form_Admin_Win::construirCarrera() {
     proceso_->setHorizontalHeaderLabels({" GRUPO ", " CH ", " CAB ", " DIVIDENDO ", " BOLETOS "});
     proceso_->verticalHeader()->hide();
     proceso_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    proceso_->horizontalHeader()->setStretchLastSection(true);
+    proceso_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     derecha->addWidget(proceso_, 1);
 
     auto* anulaciones = new QGroupBox(QStringLiteral("Anulaciones"), w);
@@ -398,6 +399,7 @@ QWidget* Form_Admin_Win::construirDividendos() {
     g->addWidget(regla_["rango9"], f, 1);
     g->addWidget(regla_["rango10"], f, 2);
     g->addWidget(regla_["valor_r5"], f, 3);
+    g->setRowStretch(f + 1, 1);
     arriba->addWidget(bandas);
 
     auto* modo = new QGroupBox(QStringLiteral("Modo, topes y empate"), w);
@@ -611,8 +613,8 @@ QWidget* Form_Admin_Win::construirBoletos() {
                                                     col(" CAB ", "caballo"),
                                                     col(" GANAD ", "monto"),
                                                     col(" ESTATUS ", "estatus"),
-                                                    col(" TAQ ", "taquilla"),
-                                                    col(" CH ", "grupo")});
+                                                    col(" TAQ ", "grupo"),
+                                                    col(" CH ", "taquilla")});
         boletosTotal_->setText(QStringLiteral("Auditoría: %1 boletos guardados, %2 boletos de la carrera, %3 alterados")
                                    .arg(a->enAuditoria)
                                    .arg(a->enVentas)
@@ -796,7 +798,6 @@ void Form_Admin_Win::mostrarProceso() {
         proceso_->setItem(i, 3, celda(x));
         proceso_->setItem(i, 4, celda(QString::number(g.boletos)));
     }
-    proceso_->resizeColumnsToContents();
 }
 
 void Form_Admin_Win::buscar() {
@@ -817,8 +818,8 @@ void Form_Admin_Win::buscar() {
                    col(" COBRADO ", "cobrado"),
                    col(" ESTATUS ", "estatus",
                        [](const Row& r) { return estados.value(int(r.integer("estatus")), r.text("estatus")); }),
-                   col(" TAQ ", "ch"),
-                   col(" CH ", "grupo")});
+                   col(" TAQ ", "grupo"),
+                   col(" CH ", "ch")});
     const bool dolar = ctx_.session.enDolares();
     boletosTotal_->setText(QStringLiteral("Boletos: %1    Ganadores: %2    Cobrado: %3    Por cobrar: %4")
                                .arg(b->filas.size())
