@@ -352,6 +352,8 @@ QWidget* Form_Admin_Win::construirCupos() {
             logica_.guardarCupo(i, e->text());
         });
     }
+    grid->setColumnStretch(8, 1);
+    raiz->addWidget(new QLabel(QStringLiteral("Cupos de venta por caballo del centro hípico elegido (en ganadores)"), w));
     raiz->addLayout(grid);
     auto* todos = boton(QStringLiteral("Guardar todos los cupos"), w, "guardarCupos");
     connect(todos, &QPushButton::clicked, this, [this] {

@@ -119,6 +119,13 @@ private slots:
         QCOMPARE(hijo<QComboBox>("grupo")->count(), 3);
         QCOMPARE(hijo<QLineEdit>("valor_r2")->text(), QString("0.5"));
         QCOMPARE(hijo<QLineEdit>("cab16")->text(), QString("300"));
+        hijo<QComboBox>("grupo")->setCurrentText("12");
+        hijo<QTabWidget>("pestanas")->setCurrentIndex(1);
+        grab(w, "form_admin_win_cupos");
+        env->db().exec("INSERT INTO `descargas` VALUES (NULL,?,'10:00:00','MARACAY','12',1,3,6,0)", {fechaSql(hoy)});
+        QTest::mouseClick(hijo<QPushButton>("actualizar"), Qt::LeftButton);
+        hijo<QTabWidget>("pestanas")->setCurrentIndex(3);
+        grab(w, "form_admin_win_descargas");
         hijo<QTabWidget>("pestanas")->setCurrentIndex(2);
         grab(w, "form_admin_win_dividendos");
         hijo<QLineEdit>("valor_r2")->setText("0,75");
@@ -126,6 +133,7 @@ private slots:
         QCOMPARE(env->dialogs.last().text, QString("Los cambios se han realizado con exito"));
         QCOMPARE(numberOf(env->db(), "SELECT sum(valor_r2) FROM grupos WHERE ch = 'MARACAY'"), 1.5);
         hijo<QComboBox>("centro")->setCurrentText("TODOS");
+        hijo<QComboBox>("grupo")->setCurrentText("TODOS");
         QVERIFY(!hijo<QLineEdit>("valor_r2")->isEnabled());
     }
 
