@@ -120,69 +120,61 @@ bool AdminGanadores::anularPorCodigo() {
     });
 }
 
-bool AdminGanadores::pagarBoleto(long long numero) {
+bool AdminGanadores::cambiarBoleto(long long numero, const QString& motivoInicial, const QString& exito,
+                                   const std::function<QString(const Row&, const QString&)>& cambio) {
+    const QString noEncontrado = QStringLiteral("VERIFIQUE EL NUMERO DEL BOLETO");
     if (numero <= 0) {
-        ctx_.dialogs.refuse(kTituloAdmin, QStringLiteral("VERIFIQUE EL NUMERO DEL BOLETO"));
+        ctx_.dialogs.refuse(kTituloAdmin, noEncontrado);
         return false;
     }
     return seguro(kTituloAdmin, [&] {
-        const auto motivo = ctx_.dialogs.ask(kTituloCambio, QStringLiteral("INGRESE EL MOTIVO"),
-                                             QStringLiteral("COBRADO"));
+        const auto motivo = ctx_.dialogs.ask(kTituloCambio, QStringLiteral("INGRESE EL MOTIVO"), motivoInicial);
         if (!motivo || motivo->trimmed().isEmpty()) return false;
         Db& d = db();
-        QString negado;
-        d.inTransaction([&] {
+        const QString negado = d.inTransaction([&] {
             const auto b = boleto(numero);
-            if (!b) negado = QStringLiteral("VERIFIQUE EL NUMERO DEL BOLETO");
-            else if (b->integer("estatus") == 0) negado = QStringLiteral("BOLETO NO GANADOR");
-            else if (pagado(*b)) negado = QStringLiteral("BOLETO YA PAGADO");
-            if (!negado.isEmpty()) return;
-            // The payment date is the sale date.
-            if (b->integer("estatus") == 4) {
-                bitacora(*b, motivo->trimmed(), 3);
-                d.exec("update ma_principal set estatus=3,fecha_cobro=fecha Where  numero = ? limit 1 ", {numero});
-            } else {
-                bitacora(*b, motivo->trimmed(), 2);
-                d.exec("update ma_principal set estatus=2,fecha_cobro=fecha Where  numero = ? limit 1 ", {numero});
-            }
+            return b ? cambio(*b, motivo->trimmed()) : noEncontrado;
         });
         if (!negado.isEmpty()) {
             ctx_.dialogs.refuse(kTituloAdmin, negado);
             return false;
         }
-        ctx_.dialogs.inform(kTituloAdmin, QStringLiteral("BOLETO COBRADO CON EXITO"));
+        ctx_.dialogs.inform(kTituloAdmin, exito);
         return true;
     });
 }
 
+bool AdminGanadores::pagarBoleto(long long numero) {
+    return cambiarBoleto(numero, QStringLiteral("COBRADO"), QStringLiteral("BOLETO COBRADO CON EXITO"),
+                         [&](const Row& b, const QString& motivo) {
+                             if (b.integer("estatus") == 0) return QStringLiteral("BOLETO NO GANADOR");
+                             if (pagado(b)) return QStringLiteral("BOLETO YA PAGADO");
+                             // The payment date is the sale date.
+                             if (b.integer("estatus") == 4) {
+                                 bitacora(b, motivo, 3);
+                                 db().exec("update ma_principal set estatus=3,fecha_cobro=fecha Where  numero = ? "
+                                           "limit 1 ",
+                                           {numero});
+                             } else {
+                                 bitacora(b, motivo, 2);
+                                 db().exec("update ma_principal set estatus=2,fecha_cobro=fecha Where  numero = ? "
+                                           "limit 1 ",
+                                           {numero});
+                             }
+                             return QString();
+                         });
+}
+
 bool AdminGanadores::devolverBoleto(long long numero) {
-    if (numero <= 0) {
-        ctx_.dialogs.refuse(kTituloAdmin, QStringLiteral("VERIFIQUE EL NUMERO DEL BOLETO"));
-        return false;
-    }
-    return seguro(kTituloAdmin, [&] {
-        const auto motivo = ctx_.dialogs.ask(kTituloCambio, QStringLiteral("INGRESE EL MOTIVO"),
-                                             QStringLiteral("DEVUELTO"));
-        if (!motivo || motivo->trimmed().isEmpty()) return false;
-        const double valor = valorGanador();
-        Db& d = db();
-        QString negado;
-        d.inTransaction([&] {
-            const auto b = boleto(numero);
-            if (!b) negado = QStringLiteral("VERIFIQUE EL NUMERO DEL BOLETO");
-            else if (pagado(*b)) negado = QStringLiteral("BOLETO YA PAGADO");
-            if (!negado.isEmpty()) return;
-            bitacora(*b, motivo->trimmed(), 4);
-            d.exec("update ma_principal set estatus=4,cobrado=ganadores* ? Where  numero = ? limit 1 ",
-                   {valor, numero});
-        });
-        if (!negado.isEmpty()) {
-            ctx_.dialogs.refuse(kTituloAdmin, negado);
-            return false;
-        }
-        ctx_.dialogs.inform(kTituloAdmin, QStringLiteral("BOLETO MODIFICADO CON EXITO"));
-        return true;
-    });
+    return cambiarBoleto(numero, QStringLiteral("DEVUELTO"), QStringLiteral("BOLETO MODIFICADO CON EXITO"),
+                         [&](const Row& b, const QString& motivo) {
+                             if (pagado(b)) return QStringLiteral("BOLETO YA PAGADO");
+                             bitacora(b, motivo, 4);
+                             db().exec("update ma_principal set estatus=4,cobrado=ganadores* ? Where  numero = ? "
+                                       "limit 1 ",
+                                       {valorGanador(), numero});
+                             return QString();
+                         });
 }
 
 bool AdminGanadores::renumerarBoleto(long long numero) {

@@ -149,9 +149,14 @@ private:
     bool grupoElegido() const;
     // Runs a command; a database failure is shown under the title.
     bool seguro(const QString& titulo, const std::function<bool()>& fn);
-    std::optional<Row> boleto(long long numero);
+    std::optional<Row> boleto(long long numero);  // read with its lock (inside a transaction)
     void bitacora(const Row& b, const QString& motivo, int estatus);
     bool anular(long long numero, const QString& motivo);
+    // Changes one ticket from the desk: asks the reason, then, with the ticket
+    // locked, `cambio` checks it and writes the log row and the change; it
+    // returns the refusal, or "" when the ticket was changed.
+    bool cambiarBoleto(long long numero, const QString& motivoInicial, const QString& exito,
+                       const std::function<QString(const Row&, const QString&)>& cambio);
 
     Context& ctx_;
     ResultadoProceso ultimo_;
