@@ -78,30 +78,34 @@ std::optional<long long> AdminGanadores::idHipodromo(bool exigir) {
 
 // ---------------------------------------------------------------- choices
 
+QStringList AdminGanadores::lista(const std::string& sql, const Params& params, const QString& columna,
+                                  QStringList primero) const {
+    try {
+        for (const Row& r : db().query(sql, params)) primero << r.text(columna);
+    } catch (const DbError& e) {
+        ctx_.dialogs.refuse(kTituloCarreras, e.text());
+    }
+    return primero;
+}
+
 QStringList AdminGanadores::hipodromos() const {
-    QStringList out;
-    for (const Row& r : db().query("select * from hipodromos where estatus = 1 order by id_hipodromo"))
-        out << r.text("hipodromo");
-    return out;
+    return lista("select * from hipodromos where estatus = 1 order by id_hipodromo", {}, "hipodromo");
 }
 
 QString AdminGanadores::hipodromoPorDefecto() const {
-    return Row::toText(db().scalar(
-        "select h.hipodromo from hipodromos h, configuracion c where h.id_hipodromo = c.id_hipodromo"));
+    return lista("select h.hipodromo from hipodromos h, configuracion c where h.id_hipodromo = c.id_hipodromo", {},
+                 "hipodromo")
+        .value(0);
 }
 
 QStringList AdminGanadores::centros() const {
-    QStringList out{QStringLiteral("TODOS")};
-    for (const Row& r : db().query("select distinct ch from grupos order by ch")) out << r.text("ch");
-    return out;
+    return lista("select distinct ch from grupos order by ch", {}, "ch", {QStringLiteral("TODOS")});
 }
 
 QStringList AdminGanadores::grupos() const {
-    QStringList out{QStringLiteral("TODOS")};
-    const Recordset rs = esTodos(centro) ? db().query("select grupo from grupos order by grupo")
-                                         : db().query("select grupo from grupos where ch = ? order by grupo", {centro});
-    for (const Row& r : rs) out << r.text("grupo");
-    return out;
+    return esTodos(centro) ? lista("select grupo from grupos order by grupo", {}, "grupo", {QStringLiteral("TODOS")})
+                           : lista("select grupo from grupos where ch = ? order by grupo", {centro}, "grupo",
+                                   {QStringLiteral("TODOS")});
 }
 
 // ---------------------------------------------------------------- sales

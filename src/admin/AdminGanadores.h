@@ -142,6 +142,9 @@ public:
 
 private:
     Db& db() const;
+    // One column of a query's rows after the given first entries (a failure is shown).
+    QStringList lista(const std::string& sql, const Params& params, const QString& columna,
+                      QStringList primero = {}) const;
     bool porHipodromo() const;
     // The chosen track's id: with the per-track option a track must be
     // chosen; otherwise the chosen one or the settings' track.

@@ -16,6 +16,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -827,6 +828,12 @@ void Form_Admin_Win::buscar() {
                                .arg(b->filas.size())
                                .arg(textoNumero(b->sumaganadores), formatoMonto(b->sumacobrado, dolar),
                                     formatoMonto(b->sumaporcobrar, dolar)));
+}
+
+void Form_Admin_Win::keyPressEvent(QKeyEvent* e) {
+    // Esc leaves the desk.
+    if (e->key() == Qt::Key_Escape) close();
+    else QWidget::keyPressEvent(e);
 }
 
 long long Form_Admin_Win::numeroBoleto() { return numero_->text().trimmed().toLongLong(); }

@@ -36,6 +36,9 @@ public:
     // Re-reads what the window shows for the chosen date, race, centre and group.
     void refrescar();
 
+protected:
+    void keyPressEvent(QKeyEvent* e) override;
+
 private:
     void construirEncabezado(QWidget* panel);
     QWidget* construirCarrera();

@@ -156,6 +156,13 @@ private slots:
         QVERIFY(hijo<QLabel>("boletosTotal")->text().startsWith("Boletos: 3"));
         grab(w, "form_admin_win_boletos");
     }
+
+    void escapeLeavesTheDesk() {
+        QPointer<Form_Admin_Win> otra = new Form_Admin_Win(env->ctx);
+        otra->show();
+        QTest::keyClick(otra, Qt::Key_Escape);
+        QTRY_VERIFY(otra.isNull());
+    }
 };
 
 QTEST_MAIN(TstFormAdminWin)
