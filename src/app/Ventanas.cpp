@@ -1,5 +1,6 @@
 #include "app/Ventanas.h"
 
+#include "admin/Form_Admin_Win.h"
 #include "core/WindowRegistry.h"
 #include "races/Form_AbrirCerrar.h"
 #include "races/Form_Carreras.h"
@@ -12,6 +13,7 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("carreras_menu", [](Context& ctx, QWidget* menu) { return new Form_Carreras(ctx, menu); });
     registro.add("abrir_cerrar_menu", [](Context& ctx, QWidget* menu) { return new Form_AbrirCerrar(ctx, menu); });
     registro.add("ch_menu_grupo", [](Context& ctx, QWidget* menu) { return new Form_CambiarGrupo(ctx, menu); });
+    registro.add("cg_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_Win(ctx, menu); });
 }
 
 }  // namespace hipico

@@ -1,0 +1,841 @@
+#include "admin/Form_Admin_Win.h"
+
+#include "core/Context.h"
+#include "core/Formato.h"
+#include "core/FormHelpers.h"
+#include "core/InputFilters.h"
+#include "core/RecordsetModel.h"
+#include "sales/TicketKeys.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QFontDatabase>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace hipico {
+
+namespace {
+
+// Column suffixes of a runner-count rule, as the grid shows them.
+const char* const kCorredoresCampos[] = {"cabr1", "cabr2", "cabvr1", "cabop1", "cabr3", "cabvr2", "cabop2", "cabr4",
+                                         "cabr5", "cabr6", "cabvr3", "cabop3", "cabr7", "cabr8", "cabvr4", "cabop4"};
+const char* const kCorredoresTitulos[] = {"DESDE", "HASTA", "MONTO", "+CASA", "ABIERTA", "MONTO", "+CASA", "TOPE",
+                                          "DESDE 2", "HASTA 2", "MONTO 2", "+CASA 2", "DESDE 3", "HASTA 3",
+                                          "MONTO 3", "+CASA 3"};
+
+QPushButton* boton(const QString& texto, QWidget* padre, const QString& nombre) {
+    auto* b = new QPushButton(texto, padre);
+    b->setObjectName(nombre);
+    b->setAutoDefault(true);
+    return b;
+}
+
+QLineEdit* caja(QWidget* padre, const QString& nombre, FiltroTecla filtro = nullptr, int ancho = 80) {
+    auto* e = new QLineEdit(padre);
+    e->setObjectName(nombre);
+    e->setMaximumWidth(ancho);
+    if (filtro) KeyFilter::install(e, filtro);
+    return e;
+}
+
+QComboBox* opciones(const QStringList& textos) {
+    auto* c = new QComboBox;
+    c->addItems(textos);
+    return c;
+}
+
+QString valorDe(QWidget* w) {
+    if (auto* e = qobject_cast<QLineEdit*>(w)) return e->text();
+    if (auto* c = qobject_cast<QComboBox*>(w)) return QString::number(c->currentIndex());
+    if (auto* k = qobject_cast<QCheckBox*>(w)) return k->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
+    return {};
+}
+
+void ponerValor(QWidget* w, const QString& v) {
+    if (auto* e = qobject_cast<QLineEdit*>(w)) e->setText(v);
+    else if (auto* c = qobject_cast<QComboBox*>(w)) c->setCurrentIndex(std::clamp(v.toInt(), 0, c->count() - 1));
+    else if (auto* k = qobject_cast<QCheckBox*>(w)) k->setChecked(v.toInt() != 0);
+}
+
+QTableWidgetItem* celda(const QString& texto, bool editable = false) {
+    auto* i = new QTableWidgetItem(texto);
+    if (!editable) i->setFlags(i->flags() & ~Qt::ItemIsEditable);
+    return i;
+}
+
+// A grid column: caption, field and, when given, how the field is shown.
+RecordsetModel::Column col(const char* titulo, const char* campo, RecordsetModel::Formatter formato = {}) {
+    RecordsetModel::Column c;
+    c.header = QString::fromUtf8(titulo);
+    c.field = QString::fromUtf8(campo);
+    c.format = std::move(formato);
+    return c;
+}
+
+QTableView* grilla(QWidget* padre, RecordsetModel*& modelo, const QString& nombre) {
+    auto* t = new QTableView(padre);
+    t->setObjectName(nombre);
+    modelo = new RecordsetModel(t);
+    t->setModel(modelo);
+    t->setSelectionBehavior(QAbstractItemView::SelectRows);
+    t->setSelectionMode(QAbstractItemView::SingleSelection);
+    t->horizontalHeader()->setStretchLastSection(true);
+    t->verticalHeader()->hide();
+    return t;
+}
+
+}  // namespace
+
+Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent) : QWidget(parent), ctx_(ctx), logica_(ctx) {
+    setObjectName("Form_Admin_Win");
+    setWindowFlag(Qt::Window);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("ADMINISTRACION DE GANADORES"));
+    auto* raiz = new QVBoxLayout(this);
+    auto* encabezado = new QGroupBox(QStringLiteral("Carrera del día"), this);
+    construirEncabezado(encabezado);
+    raiz->addWidget(encabezado);
+
+    pestanas_ = new QTabWidget(this);
+    pestanas_->setObjectName("pestanas");
+    pestanas_->addTab(construirCarrera(), QStringLiteral("Carrera y resultado"));
+    pestanas_->addTab(construirCupos(), QStringLiteral("Cupos"));
+    pestanas_->addTab(construirDividendos(), QStringLiteral("Dividendos"));
+    pestanas_->addTab(construirDescargas(), QStringLiteral("Descargas y condicionados"));
+    pestanas_->addTab(construirBoletos(), QStringLiteral("Boletos"));
+    pestanas_->addTab(construirTaquillas(), QStringLiteral("Taquillas"));
+    raiz->addWidget(pestanas_, 1);
+
+    timer_ = new QTimer(this);
+    timer_->setInterval(5000);
+    connect(timer_, &QTimer::timeout, this, &Form_Admin_Win::refrescarVentas);
+    connect(auto_, &QCheckBox::toggled, this, [this](bool on) { on ? timer_->start() : timer_->stop(); });
+
+    resize(1280, 780);
+    refrescar();
+    if (ctx_.session.centrarform == 1) CentrarForm(this);
+}
+
+void Form_Admin_Win::construirEncabezado(QWidget* panel) {
+    auto* fila = new QHBoxLayout(panel);
+    cargando_ = true;
+    fecha_ = new QDateEdit(panel);
+    fecha_->setObjectName("fecha");
+    fecha_->setDisplayFormat("dd-MM-yyyy");
+    fecha_->setCalendarPopup(true);
+    fecha_->setDate(desdeFechaSql(logica_.fecha));
+    hipodromo_ = new QComboBox(panel);
+    hipodromo_->setObjectName("hipodromo");
+    hipodromo_->addItems(logica_.hipodromos());
+    hipodromo_->setCurrentText(logica_.hipodromoPorDefecto());
+    carrera_ = new QSpinBox(panel);
+    carrera_->setObjectName("carrera");
+    carrera_->setRange(1, 30);
+    carrera_->setValue(int(logica_.carrera));
+    centro_ = new QComboBox(panel);
+    centro_->setObjectName("centro");
+    centro_->addItems(logica_.centros());
+    grupo_ = new QComboBox(panel);
+    grupo_->setObjectName("grupo");
+    cargando_ = false;
+    llenarGrupos();
+    auto_ = new QCheckBox(QStringLiteral("Actualizar cada 5 s"), panel);
+    auto_->setObjectName("auto");
+    auto* actualizar = boton(QStringLiteral("Actualizar"), panel, "actualizar");
+
+    fila->addWidget(new QLabel(QStringLiteral("Fecha:"), panel));
+    fila->addWidget(fecha_);
+    fila->addWidget(new QLabel(QStringLiteral("Hipódromo:"), panel));
+    fila->addWidget(hipodromo_);
+    fila->addWidget(new QLabel(QStringLiteral("Carrera:"), panel));
+    fila->addWidget(carrera_);
+    fila->addWidget(new QLabel(QStringLiteral("Centro hípico:"), panel));
+    fila->addWidget(centro_);
+    fila->addWidget(new QLabel(QStringLiteral("Grupo:"), panel));
+    fila->addWidget(grupo_);
+    fila->addStretch(1);
+    fila->addWidget(auto_);
+    fila->addWidget(actualizar);
+
+    auto cambio = [this] {
+        if (!cargando_) refrescar();
+    };
+    connect(fecha_, &QDateEdit::dateChanged, this, cambio);
+    connect(hipodromo_, &QComboBox::currentTextChanged, this, cambio);
+    connect(carrera_, &QSpinBox::valueChanged, this, cambio);
+    connect(centro_, &QComboBox::currentTextChanged, this, [this] {
+        if (cargando_) return;
+        llenarGrupos();
+        refrescar();
+    });
+    connect(grupo_, &QComboBox::currentTextChanged, this, cambio);
+    connect(actualizar, &QPushButton::clicked, this, &Form_Admin_Win::refrescar);
+}
+
+QWidget* Form_Admin_Win::construirCarrera() {
+    auto* w = new QWidget;
+    auto* fila = new QHBoxLayout(w);
+
+    // Sales per horse and the day's totals.
+    auto* izquierda = new QVBoxLayout;
+    ventas_ = new QListWidget(w);
+    ventas_->setObjectName("ventas");
+    ventas_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    ventas_->setMinimumWidth(280);
+    izquierda->addWidget(ventas_, 1);
+    dia_ = new QLabel(w);
+    dia_->setObjectName("dia");
+    izquierda->addWidget(dia_);
+    fila->addLayout(izquierda);
+
+    // The race's horses with their cells.
+    auto* centro = new QVBoxLayout;
+    carreraTabla_ = new QTableWidget(w);
+    carreraTabla_->setObjectName("carreraTabla");
+    carreraTabla_->setColumnCount(9);
+    carreraTabla_->setHorizontalHeaderLabels({" ID ", " Nº ", " CABALLO ", " FAV ", " RETIRADO ", " ESTADO ",
+                                              " APUESTA MAX ", " PUESTO ", " LLEGADA "});
+    carreraTabla_->verticalHeader()->hide();
+    carreraTabla_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    carreraTabla_->horizontalHeader()->setSectionResizeMode(2, QHeaderView::Stretch);
+    connect(carreraTabla_, &QTableWidget::cellChanged, this, &Form_Admin_Win::celdaCarrera);
+    centro->addWidget(carreraTabla_, 1);
+
+    auto* ventasCaja = new QGroupBox(QStringLiteral("Venta de la carrera"), w);
+    auto* sw = new QGridLayout(ventasCaja);
+    swGanadores_ = new QCheckBox(QStringLiteral("Ganadores"), ventasCaja);
+    swRemate_ = new QCheckBox(QStringLiteral("Remate"), ventasCaja);
+    swMacuare_ = new QCheckBox(QStringLiteral("Macuare"), ventasCaja);
+    swTablaFija_ = new QCheckBox(QStringLiteral("Tabla fija"), ventasCaja);
+    swPuestos_ = new QCheckBox(QStringLiteral("Puestos"), ventasCaja);
+    int c = 0;
+    for (QCheckBox* k : {swGanadores_, swRemate_, swMacuare_, swTablaFija_, swPuestos_}) sw->addWidget(k, 0, c++);
+    auto* guardarVentas = boton(QStringLiteral("Guardar ventas"), ventasCaja, "guardarVentas");
+    auto* abrir = boton(QStringLiteral("Abrir carrera"), ventasCaja, "abrirCarrera");
+    auto* cerrar = boton(QStringLiteral("Cerrar carrera"), ventasCaja, "cerrarCarrera");
+    sw->addWidget(guardarVentas, 1, 0, 1, 2);
+    sw->addWidget(abrir, 1, 2, 1, 2);
+    sw->addWidget(cerrar, 1, 4);
+    centro->addWidget(ventasCaja);
+    fila->addLayout(centro, 2);
+
+    connect(guardarVentas, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        AdminGanadores::Switches s;
+        s.ganadores = swGanadores_->isChecked();
+        s.remate = swRemate_->isChecked();
+        s.macuare = swMacuare_->isChecked();
+        s.tablaFija = swTablaFija_->isChecked();
+        s.puestos = swPuestos_->isChecked();
+        logica_.guardarSwitches(s);
+        refrescarCarrera();
+    });
+    connect(abrir, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        logica_.guardarCarrera(true);
+        refrescarCarrera();
+    });
+    connect(cerrar, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        logica_.guardarCarrera(false);
+        refrescarCarrera();
+    });
+
+    // Result.
+    auto* derecha = new QVBoxLayout;
+    auto* resultado = new QGroupBox(QStringLiteral("Resultado"), w);
+    auto* form = new QFormLayout(resultado);
+    ganador_ = caja(resultado, "ganador", SoloNumeros);
+    dividendo_ = caja(resultado, "dividendo", SoloNumerosComa);
+    ganador2_ = caja(resultado, "ganador2", SoloNumeros);
+    dividendo2_ = caja(resultado, "dividendo2", SoloNumerosComa);
+    oficial_ = new QCheckBox(QStringLiteral("Pagar el dividendo oficial"), resultado);
+    oficial_->setObjectName("oficial");
+    auto* procesar = boton(QStringLiteral("Procesar carrera"), resultado, "procesar");
+    form->addRow(QStringLiteral("Caballo ganador:"), ganador_);
+    form->addRow(QStringLiteral("Dividendo:"), dividendo_);
+    form->addRow(QStringLiteral("2º ganador (empate):"), ganador2_);
+    form->addRow(QStringLiteral("Dividendo 2:"), dividendo2_);
+    form->addRow(oficial_);
+    form->addRow(procesar);
+    for (QLineEdit* e : {ganador_, dividendo_, ganador2_}) EnterMovesOn::install(e);
+    EnterMovesOn::install(dividendo2_, [procesar] {
+        procesar->setFocus();
+        return true;
+    });
+    derecha->addWidget(resultado);
+
+    proceso_ = new QTableWidget(w);
+    proceso_->setObjectName("proceso");
+    proceso_->setColumnCount(5);
+    proceso_->setHorizontalHeaderLabels({" GRUPO ", " CH ", " CAB ", " DIVIDENDO ", " BOLETOS "});
+    proceso_->verticalHeader()->hide();
+    proceso_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    proceso_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    derecha->addWidget(proceso_, 1);
+
+    auto* anulaciones = new QGroupBox(QStringLiteral("Anulaciones"), w);
+    auto* an = new QGridLayout(anulaciones);
+    auto* limpiar = boton(QStringLiteral("Limpiar carrera"), anulaciones, "limpiar");
+    auto* anular = boton(QStringLiteral("Anular carrera"), anulaciones, "anularCarrera");
+    auto* cuatro = boton(QStringLiteral("Devolver 4 caballos"), anulaciones, "cuatroCaballos");
+    retirar_ = caja(anulaciones, "retirarCaballo", SoloNumeros, 50);
+    auto* retirar = boton(QStringLiteral("Retirar caballo"), anulaciones, "retirar");
+    an->addWidget(limpiar, 0, 0);
+    an->addWidget(anular, 0, 1);
+    an->addWidget(cuatro, 1, 0, 1, 2);
+    an->addWidget(retirar_, 2, 0);
+    an->addWidget(retirar, 2, 1);
+    derecha->addWidget(anulaciones);
+    fila->addLayout(derecha, 1);
+
+    connect(procesar, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        logica_.pagarOficial = oficial_->isChecked();
+        if (logica_.procesarCarrera(ganador_->text(), dividendo_->text(), ganador2_->text(), dividendo2_->text()))
+            mostrarProceso();
+        refrescarVentas();
+        refrescarCarrera();
+    });
+    connect(limpiar, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        logica_.limpiarCarrera();
+        refrescarVentas();
+    });
+    connect(anular, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        logica_.anularCarrera();
+        refrescarVentas();
+    });
+    connect(cuatro, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        logica_.devolverCuatroCaballos();
+        refrescarVentas();
+    });
+    connect(retirar, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        logica_.retirarCaballo(retirar_->text());
+        refrescarVentas();
+    });
+    return w;
+}
+
+QWidget* Form_Admin_Win::construirCupos() {
+    auto* w = new QWidget;
+    auto* raiz = new QVBoxLayout(w);
+    auto* grid = new QGridLayout;
+    for (int i = 1; i <= 16; ++i) {
+        auto* e = caja(w, QStringLiteral("cab%1").arg(i), SoloNumerosComa, 100);
+        cupos_ << e;
+        grid->addWidget(new QLabel(QStringLiteral("Caballo %1").arg(i), w), (i - 1) / 4, ((i - 1) % 4) * 2);
+        grid->addWidget(e, (i - 1) / 4, ((i - 1) % 4) * 2 + 1);
+        // Each edited limit is saved alone.
+        connect(e, &QLineEdit::editingFinished, this, [this, e, i] {
+            if (cargando_ || !e->isModified()) return;
+            e->setModified(false);
+            leerSeleccion();
+            logica_.guardarCupo(i, e->text());
+        });
+    }
+    grid->setColumnStretch(8, 1);
+    raiz->addWidget(new QLabel(QStringLiteral("Cupos de venta por caballo del centro hípico elegido (en ganadores)"), w));
+    raiz->addLayout(grid);
+    auto* todos = boton(QStringLiteral("Guardar todos los cupos"), w, "guardarCupos");
+    connect(todos, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        QStringList v;
+        for (QLineEdit* e : cupos_) v << e->text();
+        logica_.guardarCupos(v);
+        refrescarCupos();
+    });
+    auto* pie = new QHBoxLayout;
+    pie->addWidget(todos);
+    pie->addStretch(1);
+    raiz->addLayout(pie);
+    raiz->addStretch(1);
+    return w;
+}
+
+QWidget* Form_Admin_Win::construirDividendos() {
+    auto* w = new QWidget;
+    auto* raiz = new QVBoxLayout(w);
+    auto* arriba = new QHBoxLayout;
+
+    auto* bandas = new QGroupBox(QStringLiteral("Bandas del dividendo oficial"), w);
+    auto* g = new QGridLayout(bandas);
+    int f = 0;
+    int c = 0;
+    for (const char* t : {"", "DESDE", "HASTA", "MONTO", "OPCION"}) g->addWidget(new QLabel(t, bandas), f, c++);
+    for (int k = 1; k <= 4; ++k) {
+        ++f;
+        g->addWidget(new QLabel(QStringLiteral("Banda %1").arg(k), bandas), f, 0);
+        regla_["rango" + QString::number(2 * k - 1)] = caja(bandas, "rango" + QString::number(2 * k - 1), SoloNumerosComa);
+        regla_["rango" + QString::number(2 * k)] = caja(bandas, "rango" + QString::number(2 * k), SoloNumerosComa);
+        regla_["valor_r" + QString::number(k)] = caja(bandas, "valor_r" + QString::number(k), SoloNumerosComa);
+        regla_["opciondiv" + QString::number(k)] = opciones({"Fijo", "+ Casa"});
+        g->addWidget(regla_["rango" + QString::number(2 * k - 1)], f, 1);
+        g->addWidget(regla_["rango" + QString::number(2 * k)], f, 2);
+        g->addWidget(regla_["valor_r" + QString::number(k)], f, 3);
+        g->addWidget(regla_["opciondiv" + QString::number(k)], f, 4);
+    }
+    ++f;
+    g->addWidget(new QLabel(QStringLiteral("Banda 5 (desde / tope / + monto)"), bandas), f, 0);
+    regla_["rango9"] = caja(bandas, "rango9", SoloNumerosComa);
+    regla_["rango10"] = caja(bandas, "rango10", SoloNumerosComa);
+    regla_["valor_r5"] = caja(bandas, "valor_r5", SoloNumerosComa);
+    g->addWidget(regla_["rango9"], f, 1);
+    g->addWidget(regla_["rango10"], f, 2);
+    g->addWidget(regla_["valor_r5"], f, 3);
+    g->setRowStretch(f + 1, 1);
+    arriba->addWidget(bandas);
+
+    auto* modo = new QGroupBox(QStringLiteral("Modo, topes y empate"), w);
+    auto* m = new QFormLayout(modo);
+    regla_["divopc"] = opciones({"Reglas y bandas", "Oficial + monto de la banda 1"});
+    regla_["mododiv"] = opciones({"Por unidad", "Por dos unidades"});
+    regla_["topefavorito"] = caja(modo, "topefavorito", SoloNumerosComa);
+    regla_["condicionado"] = new QCheckBox(QStringLiteral("Pagar el monto condicionado"), modo);
+    regla_["redondear"] = new QCheckBox(QStringLiteral("Redondear el dividendo"), modo);
+    regla_["empate"] = opciones({"La Mitad", "General", "General + Minimo"});
+    regla_["empatemin"] = caja(modo, "empatemin", SoloNumerosComa);
+    m->addRow(QStringLiteral("Modo:"), regla_["divopc"]);
+    m->addRow(QStringLiteral("Banda abierta:"), regla_["mododiv"]);
+    m->addRow(QStringLiteral("Tope del favorito:"), regla_["topefavorito"]);
+    m->addRow(regla_["condicionado"]);
+    m->addRow(regla_["redondear"]);
+    m->addRow(QStringLiteral("Empate:"), regla_["empate"]);
+    m->addRow(QStringLiteral("Mínimo del empate:"), regla_["empatemin"]);
+    auto* minimos = new QHBoxLayout;
+    for (int k = 1; k <= 5; ++k) {
+        regla_["empate" + QString::number(k)] = caja(modo, "empate" + QString::number(k), SoloNumerosComa, 50);
+        minimos->addWidget(regla_["empate" + QString::number(k)]);
+    }
+    m->addRow(QStringLiteral("Mínimo por banda:"), minimos);
+    arriba->addWidget(modo);
+    raiz->addLayout(arriba);
+
+    auto* porCorredores = new QGroupBox(QStringLiteral("Reglas por cantidad de caballos (monto -1 en la banda abierta: se devuelven las jugadas)"), w);
+    auto* pc = new QVBoxLayout(porCorredores);
+    corredores_ = new QTableWidget(4, 16, porCorredores);
+    corredores_->setObjectName("corredores");
+    QStringList titulos;
+    for (const char* t : kCorredoresTitulos) titulos << t;
+    corredores_->setHorizontalHeaderLabels(titulos);
+    corredores_->setVerticalHeaderLabels({"4 CAB", "5 CAB", "6 CAB", "7 CAB"});
+    corredores_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    pc->addWidget(corredores_);
+    raiz->addWidget(porCorredores, 1);
+
+    auto* guardar = boton(QStringLiteral("Guardar regla de dividendos"), w, "guardarRegla");
+    connect(guardar, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        QMap<QString, QString> campos;
+        for (auto it = regla_.cbegin(); it != regla_.cend(); ++it) campos.insert(it.key(), valorDe(it.value()));
+        for (int n = 4; n <= 7; ++n)
+            for (int c = 0; c < 16; ++c) {
+                const QTableWidgetItem* i = corredores_->item(n - 4, c);
+                campos.insert(QString::number(n) + kCorredoresCampos[c], i ? i->text() : QString());
+            }
+        if (logica_.guardarRegla(campos)) refrescarRegla();
+    });
+    auto* pie = new QHBoxLayout;
+    pie->addWidget(guardar);
+    pie->addStretch(1);
+    raiz->addLayout(pie);
+    return w;
+}
+
+QWidget* Form_Admin_Win::construirDescargas() {
+    auto* w = new QWidget;
+    auto* fila = new QHBoxLayout(w);
+
+    auto* desc = new QGroupBox(QStringLiteral("Descargas del grupo"), w);
+    auto* d = new QVBoxLayout(desc);
+    auto* entrada = new QHBoxLayout;
+    descargaCaballo_ = caja(desc, "descargaCaballo", SoloNumeros, 60);
+    descargaMonto_ = caja(desc, "descargaMonto", SoloNumerosComa);
+    auto* registrar = boton(QStringLiteral("Registrar descarga"), desc, "registrarDescarga");
+    entrada->addWidget(new QLabel(QStringLiteral("Caballo:"), desc));
+    entrada->addWidget(descargaCaballo_);
+    entrada->addWidget(new QLabel(QStringLiteral("Ganadores:"), desc));
+    entrada->addWidget(descargaMonto_);
+    entrada->addWidget(registrar);
+    entrada->addStretch(1);
+    d->addLayout(entrada);
+    descargasTabla_ = grilla(desc, descargasModelo_, "descargasTabla");
+    d->addWidget(descargasTabla_, 1);
+    descargasTotal_ = new QLabel(desc);
+    descargasTotal_->setObjectName("descargasTotal");
+    d->addWidget(descargasTotal_);
+    EnterMovesOn::install(descargaCaballo_);
+    EnterMovesOn::install(descargaMonto_, [registrar] {
+        registrar->click();
+        return true;
+    });
+    connect(registrar, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        if (logica_.registrarDescarga(descargaCaballo_->text(), descargaMonto_->text())) {
+            descargaCaballo_->clear();
+            descargaMonto_->clear();
+            descargaCaballo_->setFocus();
+        }
+        refrescarDescargas();
+    });
+    fila->addWidget(desc, 1);
+
+    auto* cond = new QGroupBox(QStringLiteral("Condicionados del grupo en la carrera"), w);
+    auto* c = new QVBoxLayout(cond);
+    auto* entradaC = new QHBoxLayout;
+    condCaballo_ = caja(cond, "condCaballo", SoloNumeros, 60);
+    condMonto_ = caja(cond, "condMonto", SoloNumerosComa);
+    auto* registrarC = boton(QStringLiteral("Registrar condicionado"), cond, "registrarCondicionado");
+    auto* eliminar = boton(QStringLiteral("Eliminar"), cond, "eliminarCondicionado");
+    entradaC->addWidget(new QLabel(QStringLiteral("Caballo:"), cond));
+    entradaC->addWidget(condCaballo_);
+    entradaC->addWidget(new QLabel(QStringLiteral("Dividendo:"), cond));
+    entradaC->addWidget(condMonto_);
+    entradaC->addWidget(registrarC);
+    entradaC->addWidget(eliminar);
+    entradaC->addStretch(1);
+    c->addLayout(entradaC);
+    condTabla_ = grilla(cond, condModelo_, "condTabla");
+    c->addWidget(condTabla_, 1);
+    EnterMovesOn::install(condCaballo_);
+    EnterMovesOn::install(condMonto_, [registrarC] {
+        registrarC->click();
+        return true;
+    });
+    connect(registrarC, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        if (logica_.registrarCondicionado(condCaballo_->text(), condMonto_->text())) {
+            condCaballo_->clear();
+            condMonto_->clear();
+        }
+        refrescarDescargas();
+    });
+    connect(eliminar, &QPushButton::clicked, this, [this] {
+        const QModelIndex i = condTabla_->currentIndex();
+        if (!i.isValid()) return;
+        logica_.eliminarCondicionado(condModelo_->recordset()[i.row()].integer("id_condicionado"));
+        refrescarDescargas();
+    });
+    fila->addWidget(cond, 1);
+    return w;
+}
+
+QWidget* Form_Admin_Win::construirBoletos() {
+    auto* w = new QWidget;
+    auto* raiz = new QVBoxLayout(w);
+    auto* filtros = new QHBoxLayout;
+    clase_ = new QComboBox(w);
+    clase_->setObjectName("clase");
+    clase_->addItems(AdminGanadores::clasesEstatus());
+    clase_->setCurrentText("TODAS");
+    buscaCaballo_ = caja(w, "buscaCaballo", SoloNumeros, 60);
+    historico_ = new QCheckBox(QStringLiteral("Boletos guardados"), w);
+    historico_->setObjectName("historico");
+    auto* botonBuscar = boton(QStringLiteral("Buscar"), w, "buscar");
+    filtros->addWidget(new QLabel(QStringLiteral("Estatus:"), w));
+    filtros->addWidget(clase_);
+    filtros->addWidget(new QLabel(QStringLiteral("Caballo:"), w));
+    filtros->addWidget(buscaCaballo_);
+    filtros->addWidget(historico_);
+    filtros->addWidget(botonBuscar);
+    filtros->addStretch(1);
+    raiz->addLayout(filtros);
+    connect(botonBuscar, &QPushButton::clicked, this, &Form_Admin_Win::buscar);
+    EnterMovesOn::install(buscaCaballo_, [botonBuscar] {
+        botonBuscar->click();
+        return true;
+    });
+
+    boletos_ = grilla(w, boletosModelo_, "boletos");
+    raiz->addWidget(boletos_, 1);
+    boletosTotal_ = new QLabel(w);
+    boletosTotal_->setObjectName("boletosTotal");
+    raiz->addWidget(boletosTotal_);
+    connect(boletos_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& i) {
+                if (i.isValid() && boletosModelo_->recordset()[i.row()].has("numero"))
+                    numero_->setText(boletosModelo_->recordset()[i.row()].text("numero"));
+            });
+
+    auto* comandos = new QHBoxLayout;
+    numero_ = caja(w, "numero", SoloNumeros, 100);
+    comandos->addWidget(new QLabel(QStringLiteral("Nº de boleto:"), w));
+    comandos->addWidget(numero_);
+    struct Comando {
+        const char* texto;
+        const char* nombre;
+        std::function<bool()> fn;
+    };
+    const QVector<Comando> lista = {
+        {"Anular", "anularNumero", [this] { return logica_.anularPorNumero(numeroBoleto()); }},
+        {"Anular por código", "anularCodigo", [this] { return logica_.anularPorCodigo(); }},
+        {"Pagar", "pagar", [this] { return logica_.pagarBoleto(numeroBoleto()); }},
+        {"Devolver", "devolver", [this] { return logica_.devolverBoleto(numeroBoleto()); }},
+        {"Renumerar", "renumerar", [this] { return logica_.renumerarBoleto(numeroBoleto()); }},
+        {"Anular Macuare", "anularMacuare", [this] { return logica_.anularMacuare(); }},
+    };
+    for (const Comando& c : lista) {
+        auto* b = boton(QString::fromUtf8(c.texto), w, c.nombre);
+        connect(b, &QPushButton::clicked, this, [this, fn = c.fn] {
+            leerSeleccion();
+            if (fn() && !boletosModelo_->recordset().empty()) buscar();
+        });
+        comandos->addWidget(b);
+    }
+    comandos->addStretch(1);
+    auto* auditar = boton(QStringLiteral("Auditoría"), w, "auditoria");
+    auto* borrar = boton(QStringLiteral("Borrar auditoría"), w, "borrarAuditoria");
+    comandos->addWidget(auditar);
+    comandos->addWidget(borrar);
+    connect(auditar, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        const auto a = logica_.auditoria();
+        if (!a) return;
+        boletosModelo_->setRecordset(a->alterados, {col(" BOLETO ", "nu_boleto"),
+                                                    col(" HORA ", "hora"),
+                                                    col(" CAR ", "carrera"),
+                                                    col(" CAB ", "caballo"),
+                                                    col(" GANAD ", "monto"),
+                                                    col(" ESTATUS ", "estatus"),
+                                                    col(" TAQ ", "grupo"),
+                                                    col(" CH ", "taquilla")});
+        boletosTotal_->setText(QStringLiteral("Auditoría: %1 boletos guardados, %2 boletos de la carrera, %3 alterados")
+                                   .arg(a->enAuditoria)
+                                   .arg(a->enVentas)
+                                   .arg(a->alterados.size()));
+    });
+    connect(borrar, &QPushButton::clicked, this, [this] {
+        leerSeleccion();
+        logica_.borrarAuditoria();
+    });
+    raiz->addLayout(comandos);
+    return w;
+}
+
+QWidget* Form_Admin_Win::construirTaquillas() {
+    auto* w = new QWidget;
+    auto* raiz = new QVBoxLayout(w);
+    raiz->addWidget(new QLabel(QStringLiteral("Taquillas del grupo elegido"), w));
+    taquillas_ = grilla(w, taquillasModelo_, "taquillas");
+    raiz->addWidget(taquillas_, 1);
+    return w;
+}
+
+// ---------------------------------------------------------------- refresh
+
+void Form_Admin_Win::leerSeleccion() {
+    logica_.fecha = fechaSql(fecha_->date());
+    logica_.hipodromo = hipodromo_->currentText();
+    logica_.carrera = carrera_->value();
+    logica_.centro = centro_->currentText();
+    logica_.grupo = grupo_->currentText();
+}
+
+void Form_Admin_Win::llenarGrupos() {
+    cargando_ = true;
+    logica_.centro = centro_->currentText();
+    const QString antes = grupo_->currentText();
+    grupo_->clear();
+    grupo_->addItems(logica_.grupos());
+    if (grupo_->findText(antes) >= 0) grupo_->setCurrentText(antes);
+    cargando_ = false;
+}
+
+void Form_Admin_Win::refrescar() {
+    leerSeleccion();
+    refrescarVentas();
+    refrescarCarrera();
+    refrescarCupos();
+    refrescarRegla();
+    refrescarDescargas();
+    refrescarTaquillas();
+}
+
+void Form_Admin_Win::refrescarVentas() {
+    leerSeleccion();
+    const AdminGanadores::VentasCaballos v = logica_.ventasPorCaballo();
+    ventas_->clear();
+    ventas_->addItems(logica_.lineasVentas(v));
+    const AdminGanadores::VentasDia d = logica_.ventasDelDia();
+    const bool dolar = ctx_.session.enDolares();
+    dia_->setText(QStringLiteral("Venta del día: %1 ganadores (%2)\n Monto Cobrado: %3\n Cobrado y por cobrar: %4")
+                      .arg(QLocale(QLocale::English).toString(d.unidades, 'f', 0), formatoMonto(d.monto, dolar),
+                           formatoMonto(d.cobrado, dolar), formatoMonto(d.cobradoYPorCobrar, dolar)));
+}
+
+void Form_Admin_Win::refrescarCarrera() {
+    const Recordset rs = logica_.listaCarrera();
+    cargando_ = true;
+    carreraTabla_->setRowCount(rs.size());
+    for (int i = 0; i < rs.size(); ++i) {
+        const Row& r = rs[i];
+        carreraTabla_->setItem(i, 0, celda(r.text("id_carrera")));
+        carreraTabla_->setItem(i, 1, celda(r.text("nu_caballo")));
+        carreraTabla_->setItem(i, 2, celda(r.text("caballo")));
+        carreraTabla_->setItem(i, 3, celda(r.integer("favorito") == 1 ? "F" : ""));
+        auto* ret = celda(r.integer("retirado") != 0 ? QStringLiteral("RET") : QString());
+        ret->setFlags(ret->flags() | Qt::ItemIsUserCheckable);
+        ret->setCheckState(r.integer("retirado") != 0 ? Qt::Checked : Qt::Unchecked);
+        carreraTabla_->setItem(i, 4, ret);
+        carreraTabla_->setItem(i, 5, celda(r.text("estado"), true));
+        carreraTabla_->setItem(i, 6, celda(r.text("apuesta_max_win"), true));
+        carreraTabla_->setItem(i, 7, celda(r.text("puesto")));
+        carreraTabla_->setItem(i, 8, celda(r.text("llegada")));
+        if (r.integer("win_ganadores") != 0 && i == 0) {
+            ganador_->setPlaceholderText(r.text("win_ganadores"));
+            dividendo_->setPlaceholderText(r.text("dividendo"));
+        }
+    }
+    if (rs.empty()) {
+        ganador_->setPlaceholderText({});
+        dividendo_->setPlaceholderText({});
+    }
+    if (const auto s = logica_.switchesCarrera()) {
+        swGanadores_->setChecked(s->ganadores);
+        swRemate_->setChecked(s->remate);
+        swMacuare_->setChecked(s->macuare);
+        swTablaFija_->setChecked(s->tablaFija);
+        swPuestos_->setChecked(s->puestos);
+    }
+    cargando_ = false;
+}
+
+void Form_Admin_Win::celdaCarrera(int fila, int columna) {
+    if (cargando_) return;
+    const QTableWidgetItem* id = carreraTabla_->item(fila, 0);
+    const QTableWidgetItem* i = carreraTabla_->item(fila, columna);
+    if (!id || !i) return;
+    leerSeleccion();
+    const long long idCarrera = id->text().toLongLong();
+    if (columna == 4) logica_.cambiarRetirado(idCarrera, i->checkState() == Qt::Checked);
+    else if (columna == 5) {
+        bool ok = false;
+        const int e = i->text().toInt(&ok);
+        logica_.cambiarEstado(idCarrera, ok ? e : -1);
+    } else if (columna == 6) logica_.cambiarApuestaMax(idCarrera, i->text());
+    else return;
+    QTimer::singleShot(0, this, &Form_Admin_Win::refrescarCarrera);
+}
+
+void Form_Admin_Win::refrescarCupos() {
+    cargando_ = true;
+    const auto r = logica_.cuposCentro();
+    for (int i = 0; i < cupos_.size(); ++i) {
+        cupos_[i]->setEnabled(r.has_value());
+        cupos_[i]->setText(r ? r->text(QStringLiteral("cab%1").arg(i + 1)) : QString());
+        cupos_[i]->setModified(false);
+    }
+    cargando_ = false;
+}
+
+void Form_Admin_Win::refrescarRegla() {
+    const QMap<QString, QString> v = logica_.reglaCentro();
+    for (auto it = regla_.cbegin(); it != regla_.cend(); ++it) {
+        ponerValor(it.value(), v.value(it.key(), QStringLiteral("0")));
+        it.value()->setEnabled(!v.isEmpty());
+    }
+    for (int n = 4; n <= 7; ++n)
+        for (int c = 0; c < 16; ++c) {
+            const QString col = QString::number(n) + kCorredoresCampos[c];
+            auto* item = new QTableWidgetItem(v.value(col, n == 4 && c >= 8 ? QString() : QStringLiteral("0")));
+            if (n == 4 && c >= 8) item->setFlags(Qt::NoItemFlags);  // four runners have no extended bands
+            corredores_->setItem(n - 4, c, item);
+        }
+    corredores_->setEnabled(!v.isEmpty());
+}
+
+void Form_Admin_Win::refrescarDescargas() {
+    const AdminGanadores::Descargas d = logica_.descargas();
+    descargasModelo_->setRecordset(d.filas, {col(" Caballo ", "caballo"),
+                                             col(" Ganadores ", "ganadores"),
+                                             col("  Cobrado ", "cobrado"),
+                                             col("  Grupo ", "grupo"),
+                                             col("   Hora ", "hora")});
+    const bool dolar = ctx_.session.enDolares();
+    descargasTotal_->setText(QStringLiteral("Ganadores: %1    Cobrado: %2")
+                                 .arg(textoNumero(d.sumaganadores), formatoMonto(d.sumacobrado, dolar)));
+    condModelo_->setRecordset(logica_.condicionados(), {col(" Ch ", "ch"),
+                                                       col(" Carrera ", "carrera"),
+                                                       col(" Caballo ", "caballo"),
+                                                       col(" Condicionado ", "montocond")});
+}
+
+void Form_Admin_Win::refrescarTaquillas() {
+    taquillasModelo_->setRecordset(logica_.taquillasDelGrupo(),
+                                   {col(" USUARIO ", "usuario"), col(" NOMBRE ", "nombre"), col(" PLANTILLA ", "plantilla")});
+}
+
+void Form_Admin_Win::mostrarProceso() {
+    const ResultadoProceso& r = logica_.ultimoProceso();
+    proceso_->setRowCount(r.grupos.size());
+    for (int i = 0; i < r.grupos.size(); ++i) {
+        const LiquidacionGrupo& g = r.grupos[i];
+        QString x;
+        switch (g.tipo) {
+        case DividendoGrupo::Tipo::Pagar: x = textoNumero(g.dividendo); break;
+        case DividendoGrupo::Tipo::Devolver: x = QStringLiteral("DEVUELTA"); break;
+        case DividendoGrupo::Tipo::SinBanda: x = QStringLiteral("SIN BANDA"); break;
+        }
+        proceso_->setItem(i, 0, celda(g.grupo));
+        proceso_->setItem(i, 1, celda(g.ch));
+        proceso_->setItem(i, 2, celda(QString::number(g.caballo)));
+        proceso_->setItem(i, 3, celda(x));
+        proceso_->setItem(i, 4, celda(QString::number(g.boletos)));
+    }
+}
+
+void Form_Admin_Win::buscar() {
+    leerSeleccion();
+    const auto b = logica_.buscarBoletos(clase_->currentText(), buscaCaballo_->text(), historico_->isChecked());
+    if (!b) {
+        boletosModelo_->setRecordset(Recordset());
+        boletosTotal_->clear();
+        return;
+    }
+    static const QStringList estados{"NO GANADOR", "POR PAGAR", "PAGADO", "RET. PAGADO", "RET. POR PAGAR"};
+    boletosModelo_->setRecordset(
+        b->filas, {col(" BOLETO ", "nu_boleto"),
+                   col(" HORA ", "hora"),
+                   col(" CAR ", "carrera"),
+                   col(" CAB ", "caballo"),
+                   col(" GANAD ", "ganadores"),
+                   col(" COBRADO ", "cobrado"),
+                   col(" ESTATUS ", "estatus",
+                       [](const Row& r) { return estados.value(int(r.integer("estatus")), r.text("estatus")); }),
+                   col(" TAQ ", "grupo"),
+                   col(" CH ", "ch")});
+    const bool dolar = ctx_.session.enDolares();
+    boletosTotal_->setText(QStringLiteral("Boletos: %1    Ganadores: %2    Cobrado: %3    Por cobrar: %4")
+                               .arg(b->filas.size())
+                               .arg(textoNumero(b->sumaganadores), formatoMonto(b->sumacobrado, dolar),
+                                    formatoMonto(b->sumaporcobrar, dolar)));
+}
+
+void Form_Admin_Win::keyPressEvent(QKeyEvent* e) {
+    // Esc leaves the desk.
+    if (e->key() == Qt::Key_Escape) close();
+    else QWidget::keyPressEvent(e);
+}
+
+long long Form_Admin_Win::numeroBoleto() { return numero_->text().trimmed().toLongLong(); }
+
+}  // namespace hipico

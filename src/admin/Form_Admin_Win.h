@@ -1,0 +1,126 @@
+#pragma once
+
+#include "admin/AdminGanadores.h"
+
+#include <QMap>
+#include <QWidget>
+
+class QCheckBox;
+class QComboBox;
+class QDateEdit;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QSpinBox;
+class QTabWidget;
+class QTableView;
+class QTableWidget;
+class QTimer;
+
+namespace hipico {
+
+class Context;
+class RecordsetModel;
+
+// The winners pool administration window: the administrator's desk for the
+// winner-bet game of one day. All work is done by AdminGanadores; this view
+// shows what it returns.
+class Form_Admin_Win : public QWidget {
+    Q_OBJECT
+public:
+    explicit Form_Admin_Win(Context& ctx, QWidget* parent = nullptr);
+
+    AdminGanadores& logica() { return logica_; }
+
+    // Re-reads what the window shows for the chosen date, race, centre and group.
+    void refrescar();
+
+protected:
+    void keyPressEvent(QKeyEvent* e) override;
+
+private:
+    void construirEncabezado(QWidget* panel);
+    QWidget* construirCarrera();
+    QWidget* construirCupos();
+    QWidget* construirDividendos();
+    QWidget* construirDescargas();
+    QWidget* construirBoletos();
+    QWidget* construirTaquillas();
+
+    void leerSeleccion();
+    void llenarGrupos();
+    void refrescarVentas();
+    void refrescarCarrera();
+    void refrescarCupos();
+    void refrescarRegla();
+    void refrescarDescargas();
+    void refrescarTaquillas();
+    void mostrarProceso();
+    void celdaCarrera(int fila, int columna);
+    void buscar();
+    long long numeroBoleto();
+
+    Context& ctx_;
+    AdminGanadores logica_;
+    bool cargando_ = false;
+
+    QDateEdit* fecha_ = nullptr;
+    QComboBox* hipodromo_ = nullptr;
+    QSpinBox* carrera_ = nullptr;
+    QComboBox* centro_ = nullptr;
+    QComboBox* grupo_ = nullptr;
+    QCheckBox* auto_ = nullptr;
+    QTimer* timer_ = nullptr;
+    QTabWidget* pestanas_ = nullptr;
+
+    // Race tab.
+    QListWidget* ventas_ = nullptr;
+    QLabel* dia_ = nullptr;
+    QTableWidget* carreraTabla_ = nullptr;
+    QLineEdit* ganador_ = nullptr;
+    QLineEdit* dividendo_ = nullptr;
+    QLineEdit* ganador2_ = nullptr;
+    QLineEdit* dividendo2_ = nullptr;
+    QCheckBox* oficial_ = nullptr;
+    QTableWidget* proceso_ = nullptr;
+    QLineEdit* retirar_ = nullptr;
+    QCheckBox* swGanadores_ = nullptr;
+    QCheckBox* swRemate_ = nullptr;
+    QCheckBox* swMacuare_ = nullptr;
+    QCheckBox* swTablaFija_ = nullptr;
+    QCheckBox* swPuestos_ = nullptr;
+
+    // Limits tab.
+    QVector<QLineEdit*> cupos_;
+
+    // Dividend rule tab: one editor per rule column.
+    QMap<QString, QWidget*> regla_;
+    QTableWidget* corredores_ = nullptr;
+
+    // Lay-offs and conditioned amounts.
+    QLineEdit* descargaCaballo_ = nullptr;
+    QLineEdit* descargaMonto_ = nullptr;
+    QTableView* descargasTabla_ = nullptr;
+    RecordsetModel* descargasModelo_ = nullptr;
+    QLabel* descargasTotal_ = nullptr;
+    QLineEdit* condCaballo_ = nullptr;
+    QLineEdit* condMonto_ = nullptr;
+    QTableView* condTabla_ = nullptr;
+    RecordsetModel* condModelo_ = nullptr;
+
+    // Tickets tab.
+    QComboBox* clase_ = nullptr;
+    QLineEdit* buscaCaballo_ = nullptr;
+    QCheckBox* historico_ = nullptr;
+    QTableView* boletos_ = nullptr;
+    RecordsetModel* boletosModelo_ = nullptr;
+    QLabel* boletosTotal_ = nullptr;
+    QLineEdit* numero_ = nullptr;
+
+    // Booth users.
+    QTableView* taquillas_ = nullptr;
+    RecordsetModel* taquillasModelo_ = nullptr;
+};
+
+}  // namespace hipico
