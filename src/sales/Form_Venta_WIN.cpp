@@ -9,12 +9,12 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -41,9 +41,9 @@ QPushButton { font-size: 11pt; font-weight: bold; padding: 6px 12px; border-radi
 QPushButton:focus { border: 2px solid #1f6feb; }
 QPushButton#Boton_Procesar { background: #1d7a3a; color: white; font-size: 14pt; }
 QPushButton#Boton_Cobrar_Boleto2 { background: #b05a00; color: white; }
-QPushButton:disabled { background: #eceff3; color: #9aa5b1; }
+QPushButton:disabled, QPushButton#Boton_Cobrar_Boleto2:disabled { background: #eceff3; color: #9aa5b1; }
 QFrame#frameClave { background: #fff1d6; border: 2px solid #d08a00; border-radius: 6px; }
-QListWidget { font-size: 11pt; font-family: monospace; }
+QListWidget, QLabel#cabeceraCaballos { font-size: 11pt; font-family: monospace; }
 )";
 
 QLabel* etiqueta(const QString& texto, const char* clase = "campo") {
@@ -127,7 +127,7 @@ void Form_Venta_WIN::construir() {
     listaCorredores_ = new QListWidget;
     listaCorredores_->setFocusPolicy(Qt::NoFocus);
     lr->addWidget(listaCorredores_);
-    izquierda->addWidget(grupoCarreras, 1);
+    izquierda->addWidget(grupoCarreras, 2);
     izquierda->addWidget(grupoCorredores, 3);
     columnas->addLayout(izquierda, 3);
 
@@ -179,7 +179,7 @@ void Form_Venta_WIN::construir() {
 
     ultimoBoleto_ = new QLabel(QStringLiteral("Sin ventas en esta sesión"));
     ultimoBoleto_->setObjectName(QStringLiteral("ultimoBoleto"));
-    ultimoBoleto_->setWordWrap(true);
+    ultimoBoleto_->setMinimumHeight(64);
     medio->addWidget(ultimoBoleto_);
 
     auto* grupoCobro = new QGroupBox(QStringLiteral("COBRO DE BOLETOS"));
@@ -230,7 +230,8 @@ void Form_Venta_WIN::construir() {
     derecha->addWidget(grupoTotales);
     auto* grupoCaballos = new QGroupBox(QStringLiteral("VENTAS POR CABALLO"));
     auto* gcab = new QVBoxLayout(grupoCaballos);
-    auto* cabecera = etiqueta(QStringLiteral("        CABALLO          VENTA"), "total");
+    auto* cabecera = new QLabel(QStringLiteral("        CABALLO          VENTA"));
+    cabecera->setObjectName(QStringLiteral("cabeceraCaballos"));
     gcab->addWidget(cabecera);
     ventasCaballos_ = new QListWidget;
     ventasCaballos_->setFocusPolicy(Qt::NoFocus);
@@ -276,6 +277,11 @@ void Form_Venta_WIN::construir() {
         botonCobrar_->setEnabled(false);
         resultadoCobro_->clear();
     });
+
+    // Window-wide keys: they reach the window whichever box has the focus.
+    new QShortcut(QKeySequence(Qt::Key_Escape), this, [this] { Escape(); });
+    new QShortcut(QKeySequence(Qt::Key_F2), this, [this] { textCaballo_->setFocus(); });
+    new QShortcut(QKeySequence(Qt::Key_F5), this, [this] { limpiarCobro(); });
 
     reloj_ = new QTimer(this);
     reloj_->setInterval(15000);
@@ -337,9 +343,11 @@ void Form_Venta_WIN::cargarCorredores() {
         ventasCaballos_->clear();
         if (ok && carrera > 0)
             for (const auto& v : logica_.Calcular_VentasCaballos(carrera))
-                ventasCaballos_->addItem(QStringLiteral("        %1          %2")
-                                             .arg(v.caballo, 7)
-                                             .arg(logica_.montoPantalla(v.unidades * logica_.valorGanador())));
+                ventasCaballos_->addItem(QString(8, QLatin1Char(' ')) + QStringLiteral("%1%2")
+                                                                       .arg(v.caballo, 7)
+                                                                       .arg(logica_.montoPantalla(
+                                                                                v.unidades * logica_.valorGanador()),
+                                                                            15));
     } catch (const DbError&) {
     }
 }
@@ -480,27 +488,15 @@ void Form_Venta_WIN::cuadreFinal() {
     logica_.imprimirResumen(0, 0);
 }
 
-void Form_Venta_WIN::keyPressEvent(QKeyEvent* e) {
-    switch (e->key()) {
-    case Qt::Key_Escape:
-        if (frameClave_->isVisible()) {
-            logica_.cancelarClave();
-            MostrarFrameClave(false);
-            textMonto_->setFocus();
-        } else if (textCobro_->hasFocus() || botonCobrar_->hasFocus()) {
-            limpiarCobro();
-        } else {
-            LIMPIAR();
-        }
-        return;
-    case Qt::Key_F2:
-        textCaballo_->setFocus();
-        return;
-    case Qt::Key_F5:
+void Form_Venta_WIN::Escape() {
+    if (frameClave_->isVisible()) {
+        logica_.cancelarClave();
+        MostrarFrameClave(false);
+        textMonto_->setFocus();
+    } else if (textCobro_->hasFocus() || botonCobrar_->hasFocus()) {
         limpiarCobro();
-        return;
-    default:
-        QMainWindow::keyPressEvent(e);
+    } else {
+        LIMPIAR();
     }
 }
 

@@ -33,9 +33,7 @@ public:
     void Boton_Cobrar_Boleto2_Click();
     void bton_buscar_Click();
     void LIMPIAR();
-
-protected:
-    void keyPressEvent(QKeyEvent* e) override;
+    void Escape();
 
 private:
     void construir();
