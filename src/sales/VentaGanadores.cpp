@@ -69,23 +69,35 @@ const QString kNoAnular = QStringLiteral("EL BOLETO NO SE PUEDE ANULAR");
 const QString kSinAcceso = QStringLiteral(" Usted no posee acceso a esta parte del sistema");
 
 // The statements of the sale, prepared once per connection.
-const char* const kBuscarCaballo =
-    "SELECT * FROM carreras where  carrera =? and fecha  = ? and nu_caballo= ? and id_hipodromo =? ";
+// The group's sale parameters (read again for every sale) with the key of
+// the horse's race-card row on the group's track.
+const char* const kGrupoYCaballo =
+    "SELECT g.grupo, g.cab_max, g.carrera, g.id_hipodromo, g.valor_ganador, g.apuesta_max_win, g.cupo_winxjugador, "
+    "g.cupovip, g.inicialboleto, g.clave_win, g.pedirclave, g.admin_cupo, g.opcioncupowin, g.empresa, g.rif, "
+    "g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, c.id_carrera "
+    "FROM grupos g LEFT JOIN carreras c ON c.carrera = ? and c.fecha = ? and c.nu_caballo = ? and "
+    "c.id_hipodromo = g.id_hipodromo WHERE g.grupo = ? ORDER BY c.id_carrera LIMIT 1";
 const char* const kMismoCaballoOtrasPistas =
     "SELECT id_carrera FROM carreras where carrera = ? and fecha = ? and nu_caballo = ? order by id_carrera";
-const char* const kBloquearCaballo = "SELECT * FROM carreras where id_carrera = ? FOR UPDATE";
+const char* const kBloquearCaballo =
+    "SELECT id_carrera, fecha, carrera, id_hipodromo, nu_caballo, caballo, retirado, venta FROM carreras where "
+    "id_carrera = ? FOR UPDATE";
 const char* const kContarCorredores =
     "SELECT count(carrera) as cant_cabs FROM carreras where carrera=? and retirado=0 and fecha=? and "
     "id_hipodromo = ?;";
 const char* const kDevolverCarrera =
     "update ma_principal set estatus=4,cobrado=(ganadores*?) where grupo=? AND carrera=? and (estatus<>3 and "
     "estatus <>4) and fecha  = ?";
-const char* const kVendidoGrupo =
-    "SELECT sum(ganadores) as venta_ch FROM ma_principal where caballo=? and carrera =? and ch = ? and grupo = ? "
-    "and fecha = ?";
-const char* const kVendidoCentro =
-    "SELECT sum(ganadores) as venta_ch FROM ma_principal where caballo=? and carrera =? and ch = ? and fecha = ?";
-const char* const kCupos = "SELECT * FROM venta_cupo_ganadores where  ch  = ?";
+// With quotas enforced, one round trip reads the runners, what the horse
+// sold (by the group, or by the whole centre) and the centre's quota row.
+const char* const kCorredoresYCupoGrupo =
+    "SELECT (SELECT count(carrera) FROM carreras where carrera=? and retirado=0 and fecha=? and id_hipodromo = ?) "
+    "as cant_cabs, (SELECT sum(ganadores) FROM ma_principal where caballo=? and carrera =? and ch = ? and grupo = ? "
+    "and fecha = ?) as venta_ch, v.* FROM (SELECT 1 AS uno) x LEFT JOIN venta_cupo_ganadores v ON v.ch = ?";
+const char* const kCorredoresYCupoCentro =
+    "SELECT (SELECT count(carrera) FROM carreras where carrera=? and retirado=0 and fecha=? and id_hipodromo = ?) "
+    "as cant_cabs, (SELECT sum(ganadores) FROM ma_principal where caballo=? and carrera =? and ch = ? and fecha = ?) "
+    "as venta_ch, v.* FROM (SELECT 1 AS uno) x LEFT JOIN venta_cupo_ganadores v ON v.ch = ?";
 const char* const kCliente = "SELECT * FROM clientes where  usuario  = ? and ch=? FOR UPDATE";
 const char* const kSaldoCliente = "SELECT sum(monto) as saldo FROM jugadas_clientes  Where  id_cliente = ?";
 const char* const kInsertarBoleto =
@@ -97,6 +109,11 @@ const char* const kDebitoCliente = "INSERT INTO `jugadas_clientes` VALUES (NULL,
 const char* const kLlaves =
     "update ma_principal set nu_boleto=?,llave=?,llave2=?,llave5=? Where ch=? and numero = ? limit 1   ";
 const char* const kSoloCodigo = "update ma_principal set nu_boleto=? Where ch=? and numero = ? limit 1   ";
+
+// The working day ("YYYY-MM-DD").
+QString fechaTrabajo(const Context& ctx) {
+    return ctx.session.fecha.isEmpty() ? fechaSql(ctx.clock.today()) : ctx.session.fecha;
+}
 
 // The client movement of a winner play: a JUGADA operation in cash.
 constexpr int kOperacionJugada = 2;
@@ -116,8 +133,11 @@ void VentaGanadores::cargar() {
     unidad_ = leerUnidadVenta(ctx_.config);
 }
 
-Row VentaGanadores::leerGrupo() {
-    const Recordset rs = ctx_.servidor().query("SELECT * FROM grupos WHERE grupo = ?", {ctx_.session.grupo});
+Row VentaGanadores::leerGrupo(const QString& carrera, const QString& caballo) {
+    long long c = -1, h = -1;
+    if (!leerEntero(carrera, c)) c = -1;
+    if (!leerEntero(caballo, h)) h = -1;
+    const Recordset rs = ctx_.servidor().query(kGrupoYCaballo, {c, fechaTrabajo(ctx_), h, ctx_.session.grupo});
     return rs.empty() ? Row() : rs.first();
 }
 
@@ -145,11 +165,6 @@ bool VentaGanadores::grafico() const { return modoImpresora(ctx_.session.confLoc
 
 void VentaGanadores::refusal(const QString& titulo, const QString& texto) { ctx_.dialogs.refuse(titulo, texto); }
 
-namespace {
-QString fechaTrabajo(const Context& ctx) {
-    return ctx.session.fecha.isEmpty() ? fechaSql(ctx.clock.today()) : ctx.session.fecha;
-}
-}  // namespace
 
 // ---------------------------------------------------------------- sale
 
@@ -157,7 +172,7 @@ VentaGanadores::Venta VentaGanadores::procesarVenta(const QString& carrera, cons
                                                     const QString& monto, const QString& cliente) {
     pendiente_.reset();
     try {
-        Solicitud s{carrera, caballo, monto, cliente, leerGrupo(), unidad_, false};
+        Solicitud s{carrera, caballo, monto, cliente, leerGrupo(carrera, caballo), unidad_, false};
         return vender(s);
     } catch (const DbError& e) {
         refusal(kTituloValidacion, e.text());
@@ -197,17 +212,13 @@ VentaGanadores::Venta VentaGanadores::vender(const Solicitud& s) {
     const bool carreraLeida = leerEntero(s.carrera, carrera);
     const bool caballoLeido = leerEntero(s.caballo, caballo);
 
-    // Step 2: the horse's race-card row. Its key is found first, then the
-    // row is locked by key inside the transaction (a locking read by race
-    // would lock every horse of the race).
-    long long idCaballo = 0;
+    // Step 2: the horse's race-card row. Its key came with the group's
+    // parameters; the row is locked by key inside the transaction (a locking
+    // read by race would lock every horse of the race).
+    const long long idCaballo = ent(g, "id_carrera");
     QVector<long long> aBloquear;
+    if (idCaballo > 0) aBloquear << idCaballo;
     if (carreraLeida && caballoLeido) {
-        const Recordset rs = db.query(kBuscarCaballo, {carrera, fecha, caballo, pista});
-        if (!rs.empty()) {
-            idCaballo = rs.first().integer("id_carrera");
-            aBloquear << idCaballo;
-        }
         // A quota shared by the centre's groups covers the same race and horse on every track.
         if (ent(g, "admin_cupo") == 1 && ent(g, "opcioncupowin") == 1)
             for (const Row& r : db.query(kMismoCaballoOtrasPistas, {carrera, fecha, caballo}))
@@ -231,7 +242,10 @@ VentaGanadores::Venta VentaGanadores::vender(const Solicitud& s) {
         bool existe = false;
         for (long long id : aBloquear) {
             const Recordset r = db.query(kBloquearCaballo, {id});
-            if (id == idCaballo && !r.empty()) {
+            // The row must still be this race's horse on the group's track and day.
+            if (id == idCaballo && !r.empty() && r.first().integer("carrera") == carrera &&
+                r.first().integer("nu_caballo") == caballo && r.first().integer("id_hipodromo") == pista &&
+                r.first().text("fecha") == fecha) {
                 fila = r.first();
                 existe = true;
             }
@@ -262,16 +276,27 @@ VentaGanadores::Venta VentaGanadores::vender(const Solicitud& s) {
 
         // Step 7: a horse whose quota the administration set to zero.
         const bool conCupos = ent(g, "admin_cupo") == 1;
+        const bool cupoCentro = ent(g, "opcioncupowin") == 1;
         std::optional<double> cupo;
+        long long corredores = 0;
+        double vendido = 0;
         if (conCupos) {
-            const Recordset cupos = db.query(kCupos, {ses.ch});
+            const Row q = cupoCentro ? db.query(kCorredoresYCupoCentro,
+                                                {carrera, fecha, pista, caballo, carrera, ses.ch, fecha, ses.ch})
+                                           .first()
+                                     : db.query(kCorredoresYCupoGrupo, {carrera, fecha, pista, caballo, carrera,
+                                                                         ses.ch, ses.grupo, fecha, ses.ch})
+                                           .first();
             const QString columna = QStringLiteral("cab") + QString::number(caballo);
-            if (!cupos.empty() && cupos.first().has(columna)) cupo = cupos.first().number(columna);
+            if (q.has(columna) && !q.isNull(columna)) cupo = q.number(columna);
+            corredores = q.integer("cant_cabs");
+            vendido = q.number("venta_ch");
             if (cupo && *cupo <= 0) return rechazo(kTituloVerifique, kCupoLleno);
+        } else {
+            corredores = Row::toInteger(db.scalar(kContarCorredores, {carrera, fecha, pista}));
         }
 
         // Step 8: a race left with exactly four runners is refunded and not sold.
-        const long long corredores = Row::toInteger(db.scalar(kContarCorredores, {carrera, fecha, pista}));
         if (corredores == 4) {
             db.exec(kDevolverCarrera, {valor, ses.grupo, carrera, fecha});
             return rechazo(kTituloParametros, kCuatroCaballos);
@@ -284,10 +309,6 @@ VentaGanadores::Venta VentaGanadores::vender(const Solicitud& s) {
                                   : formatoMonto(unidadesLibres * valor, ses.enDolares());
             };
             if (cupo) {
-                const double vendido =
-                    Row::toNumber(ent(g, "opcioncupowin") == 1
-                                      ? db.scalar(kVendidoCentro, {caballo, carrera, ses.ch, fecha})
-                                      : db.scalar(kVendidoGrupo, {caballo, carrera, ses.ch, ses.grupo, fecha}));
                 if (vendido + unidades > *cupo + 1e-9) {
                     Salida r = rechazo(kTituloVerifique, kMayorPermitido + disponible(std::max(0.0, *cupo - vendido)));
                     r.resultado = Resultado::PedirClave;

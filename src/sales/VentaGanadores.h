@@ -128,7 +128,7 @@ private:
         bool autorizada = false;
     };
     Venta vender(const Solicitud& s);
-    Row leerGrupo();
+    Row leerGrupo(const QString& carrera, const QString& caballo);
     bool imprimir(const Impreso& graficoORaw);
     Impreso ticketDe(const Boleto& b, const Row& grupo);
     QString hipodromo(long long id);
