@@ -388,12 +388,16 @@ void Form_Venta_WIN::Boton_Procesar_Click() {
         textMonto_->selectAll();
         return;
     }
-    const auto& b = venta.boleto;
-    ultimoBoleto_->setText(QStringLiteral("ÚLTIMO BOLETO  %1   C: %2   CAB: (%3) %4\n%5 Ganadores   %6")
+    vendido(venta.boleto);
+}
+
+void Form_Venta_WIN::vendido(const VentaGanadores::Boleto& b) {
+    ultimoBoleto_->setText(QStringLiteral("ÚLTIMO BOLETO  %1   C: %2   CAB: (%3) %4\n%5 Ganadores   %6%7")
                                .arg(b.codigo)
                                .arg(b.carrera)
                                .arg(b.caballo)
-                               .arg(b.nombreCaballo, textoUnidades(b.ganadores), logica_.montoPantalla(b.costo)));
+                               .arg(b.nombreCaballo, textoUnidades(b.ganadores), logica_.montoPantalla(b.costo),
+                                    b.conClave ? QStringLiteral("   (CLAVE)") : QString()));
     LIMPIAR();
     bton_buscar_Click();
 }
@@ -403,14 +407,7 @@ void Form_Venta_WIN::Text_Clave_Enter() {
     MostrarFrameClave(false);
     const auto venta = logica_.ventaConClave(clave);
     if (venta.resultado == VentaGanadores::Resultado::Vendido) {
-        const auto& b = venta.boleto;
-        ultimoBoleto_->setText(QStringLiteral("ÚLTIMO BOLETO  %1   C: %2   CAB: (%3) %4\n%5 Ganadores   %6   (CLAVE)")
-                                   .arg(b.codigo)
-                                   .arg(b.carrera)
-                                   .arg(b.caballo)
-                                   .arg(b.nombreCaballo, textoUnidades(b.ganadores), logica_.montoPantalla(b.costo)));
-        LIMPIAR();
-        bton_buscar_Click();
+        vendido(venta.boleto);
     } else {
         textMonto_->setFocus();
     }

@@ -47,6 +47,7 @@ private:
     void imprimirResumen();
     void cuadreFinal();
     void limpiarCobro();
+    void vendido(const VentaGanadores::Boleto& b);
 
     Context& ctx_;
     VentaGanadores logica_;

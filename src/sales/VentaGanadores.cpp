@@ -619,38 +619,33 @@ namespace {
 
 TotalesDia totales(Db& db, const QString& fecha, const QString& ch, double valor, long long desde, long long hasta) {
     TotalesDia t;
+    // A range of races adds one fixed term; the values stay bound.
     const bool rango = desde > 0;
+    const std::string carreras = rango ? " and carrera between ? and ?" : "";
     Params p{fecha, ch};
     if (rango) p.insert(p.end(), {desde, hasta});
-    t.anulados = Row::toInteger(
-        db.scalar(rango ? "SELECT count(numero)as cant_anulados FROM bitacora where (estatus=5) and fecha= ? and "
-                          "taquilla=? and carrera between ? and ?"
-                        : "SELECT count(numero)as cant_anulados FROM bitacora where (estatus=5) and fecha= ? and "
-                          "taquilla=?",
-                  p));
-    const Row due = db.query(rango ? "SELECT sum(cobrado) as monto_porcobrar,count(cobrado)as cant_mpc FROM "
-                                     "ma_principal where (estatus=4 or estatus=1)  and fecha= ? and ch=? and carrera "
-                                     "between ? and ?"
-                                   : "SELECT sum(cobrado) as monto_porcobrar,count(cobrado)as cant_mpc FROM "
-                                     "ma_principal where (estatus=4 or estatus=1)  and fecha= ? and ch=?",
-                                   p)
+    t.anulados = Row::toInteger(db.scalar(
+        "SELECT count(numero)as cant_anulados FROM bitacora where (estatus=5) and fecha= ? and taquilla=?" + carreras,
+        p));
+    const Row due = db.query("SELECT sum(cobrado) as monto_porcobrar,count(cobrado)as cant_mpc FROM ma_principal "
+                             "where (estatus=4 or estatus=1)  and fecha= ? and ch=?" +
+                                 carreras,
+                             p)
                         .first();
     t.porCobrar = due.number("monto_porcobrar");
     t.cantPorCobrar = due.integer("cant_mpc");
-    const Row paid = db.query(rango ? "SELECT sum(cobrado) as monto_cobrado,count(cobrado)as cant_mc FROM "
-                                      "ma_principal where (estatus=2 or estatus=3)  and fecha = ? and ch=? and "
-                                      "carrera between ? and ?"
-                                    : "SELECT sum(cobrado) as monto_cobrado,count(cobrado)as cant_mc FROM "
-                                      "ma_principal where (estatus=2 or estatus=3)  and fecha = ? and ch=?",
-                                    p)
+    const Row paid = db.query("SELECT sum(cobrado) as monto_cobrado,count(cobrado)as cant_mc FROM ma_principal "
+                              "where (estatus=2 or estatus=3)  and fecha = ? and ch=?" +
+                                  carreras,
+                              p)
                          .first();
     t.cobrado = paid.number("monto_cobrado");
     t.cantCobrado = paid.integer("cant_mc");
-    const Row sold = db.query(rango ? "SELECT sum(ganadores) as venta,count(cobrado)as cant_venta FROM ma_principal "
-                                      "where  fecha= ? and ch=? and carrera between ? and ?"
-                                    : "SELECT sum(ganadores) as venta,count(cobrado)as cant_venta FROM ma_principal "
-                                      "where  fecha= ? and ch=?",
-                                    p)
+    const Row sold = db.query(
+                           "SELECT sum(ganadores) as venta,count(cobrado)as cant_venta FROM ma_principal where  fecha= ? "
+                           "and ch=?" +
+                               carreras,
+                           p)
                          .first();
     t.unidadesVendidas = sold.number("venta");
     t.venta = t.unidadesVendidas * valor;

@@ -40,6 +40,27 @@ inline QString crudo(const QStringList& lineas) {
     return out + QChar(0x1b) + "d" + QChar(5);
 }
 
+// The sale window's logic, loaded as the window loads it.
+inline VentaGanadores ventaCargada(Context& ctx) {
+    VentaGanadores v(ctx);
+    v.cargar();
+    return v;
+}
+
+// Signs a user in (the session of sign-in and menu) with no boxes shown yet.
+inline void entrar(TestEnv& env, const QString& usuario) {
+    env.signIn(usuario);
+    env.dialogs.clear();
+}
+
+// The booth tests' environment: a private folder for this machine's files.
+inline std::unique_ptr<TestEnv> entorno(const QString& nombre, const QString& carpeta, bool conLocal = false) {
+    auto env = std::make_unique<TestEnv>(nombre, conLocal);
+    env->config.carpetaLocal = carpeta;
+    env->ctx.config.carpetaLocal = carpeta;
+    return env;
+}
+
 // A booth of its own: its own connection, dialogs and clock, the same
 // session as the test's booth (for threads: one per thread).
 struct Taquilla {

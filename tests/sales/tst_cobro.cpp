@@ -20,15 +20,8 @@ class TstCobro : public QObject {
     QString fecha;
 
     Db& db() { return env->db(); }
-    VentaGanadores nueva() {
-        VentaGanadores v(env->ctx);
-        v.cargar();
-        return v;
-    }
-    void entrar(const QString& usuario) {
-        env->signIn(usuario);
-        env->dialogs.clear();
-    }
+    VentaGanadores nueva() { return ventaCargada(env->ctx); }
+    void entrar(const QString& usuario) { test::entrar(*env, usuario); }
     VentaGanadores::Boleto vender(VentaGanadores& v, const QString& caballo, const QString& monto) {
         const auto r = v.procesarVenta("1", caballo, monto);
         if (r.resultado != VentaGanadores::Resultado::Vendido)
@@ -41,9 +34,7 @@ class TstCobro : public QObject {
 
 private slots:
     void initTestCase() {
-        env = std::make_unique<TestEnv>("cobro", true);
-        env->config.carpetaLocal = carpeta.path();
-        env->ctx.config.carpetaLocal = carpeta.path();
+        env = entorno("cobro", carpeta.path(), true);
         puerto = carpeta.filePath("boletos.prn");
         fecha = fechaSql(env->clock.today());
     }

@@ -42,16 +42,13 @@ class TstFormVenta : public QObject {
 
 private slots:
     void initTestCase() {
-        env = std::make_unique<TestEnv>("formventa");
-        env->config.carpetaLocal = carpeta.path();
-        env->ctx.config.carpetaLocal = carpeta.path();
+        env = entorno("formventa", carpeta.path());
         puerto = carpeta.filePath("boletos.prn");
     }
 
     void init() {
         env->loadDemo();
-        env->signIn("taquilla1");
-        env->dialogs.clear();
+        entrar(*env, "taquilla1");
         prepararImpresion(env->config, puerto);
         guardarUnidadVenta(env->config, UnidadVenta::Ganadores);
         QFile::remove(puerto);
@@ -187,9 +184,7 @@ private slots:
     }
 
     void boothSummaryWindow() {
-        VentaGanadores v(env->ctx);
-        v.cargar();
-        v.procesarVenta("1", "3", "5");
+        ventaCargada(env->ctx).procesarVenta("1", "3", "5");
         env->signIn("admin");
         Form_RPT_CuadreTaqWIn w(env->ctx);
         w.setAttribute(Qt::WA_DeleteOnClose, false);

@@ -29,11 +29,7 @@ class TstVenta : public QObject {
     QString puerto;
     QString fecha;
 
-    VentaGanadores nueva() {
-        VentaGanadores v(env->ctx);
-        v.cargar();
-        return v;
-    }
+    VentaGanadores nueva() { return ventaCargada(env->ctx); }
     Db& db() { return env->db(); }
 
     // Everything a refused sale must leave untouched.
@@ -44,16 +40,11 @@ class TstVenta : public QObject {
                textOf(db(), "SELECT coalesce(sum(premios),0) FROM ventas_ganadores_general");
     }
 
-    void entrar(const QString& usuario) {
-        env->signIn(usuario);
-        env->dialogs.clear();
-    }
+    void entrar(const QString& usuario) { test::entrar(*env, usuario); }
 
 private slots:
     void initTestCase() {
-        env = std::make_unique<TestEnv>("venta");
-        env->config.carpetaLocal = carpeta.path();
-        env->ctx.config.carpetaLocal = carpeta.path();
+        env = entorno("venta", carpeta.path());
         puerto = carpeta.filePath("boletos.prn");
         fecha = fechaSql(env->clock.today());
     }
