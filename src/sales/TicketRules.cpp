@@ -17,15 +17,18 @@ bool anularBoletoGanador(Db& db, const Row& boleto, const QString& motivo, const
         const Recordset actual = db.query("SELECT * FROM ma_principal Where numero = ? FOR UPDATE",
                                           {boleto.integer("numero")});
         if (actual.empty()) return false;
-        const Row& b = actual.first();
-        db.exec("INSERT INTO `bitacora` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?);",
-                {b.integer("numero"), b.integer("carrera"), b.integer("caballo"), b.number("ganadores"), b.text("ch"),
-                 b.text("grupo"), b.text("hora"), b.text("fecha"), b.text("nu_boleto"), b.number("cobrado"), motivo,
-                 usuario, 5});
-        db.exec("delete from  ma_principal  Where nu_boleto = ? and numero = ? limit 1 ",
-                {b.text("nu_boleto"), b.integer("numero")});
+        escribirAnulacion(db, actual.first(), motivo, usuario);
         return true;
     });
+}
+
+void escribirAnulacion(Db& db, const Row& b, const QString& motivo, const QString& usuario) {
+    db.exec("INSERT INTO `bitacora` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?);",
+            {b.integer("numero"), b.integer("carrera"), b.integer("caballo"), b.number("ganadores"), b.text("ch"),
+             b.text("grupo"), b.text("hora"), b.text("fecha"), b.text("nu_boleto"), b.number("cobrado"), motivo,
+             usuario, 5});
+    db.exec("delete from  ma_principal  Where nu_boleto = ? and numero = ? limit 1 ",
+            {b.text("nu_boleto"), b.integer("numero")});
 }
 
 }  // namespace hipico

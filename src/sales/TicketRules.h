@@ -20,4 +20,8 @@ bool carreraProcesada(Db& db, const QString& fecha, long long carrera);
 // another booth). The ticket row is the one the caller looked up.
 bool anularBoletoGanador(Db& db, const Row& boleto, const QString& motivo, const QString& usuario);
 
+// The writes of a void, for a caller that already holds the ticket's row
+// locked inside its own transaction: the audit row (status 5) and the delete.
+void escribirAnulacion(Db& db, const Row& boletoBloqueado, const QString& motivo, const QString& usuario);
+
 }  // namespace hipico

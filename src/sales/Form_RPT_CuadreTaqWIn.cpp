@@ -1,0 +1,105 @@
+#include "sales/Form_RPT_CuadreTaqWIn.h"
+
+#include "core/Context.h"
+#include "core/Formato.h"
+#include "core/InputFilters.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace hipico {
+
+Form_RPT_CuadreTaqWIn::Form_RPT_CuadreTaqWIn(Context& ctx, QWidget* parent)
+    : QWidget(parent), ctx_(ctx), logica_(ctx) {
+    setObjectName(QStringLiteral("Form_RPT_CuadreTaqWIn"));
+    setWindowTitle(QStringLiteral("CUADRE POR TAQUILLA - GANADORES"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowFlag(Qt::Window);
+
+    fecha_ = new QDateEdit;
+    fecha_->setObjectName(QStringLiteral("DTPicker1"));
+    fecha_->setCalendarPopup(true);
+    fecha_->setDisplayFormat(QStringLiteral("dd-MM-yyyy"));
+    const QDate hoy = desdeFechaSql(ctx.session.fecha);
+    fecha_->setDate(hoy.isValid() ? hoy : ctx.clock.today());
+    grupo_ = new QComboBox;
+    grupo_->setObjectName(QStringLiteral("Combo_Grupo"));
+    try {
+        grupo_->addItems(logica_.grupos());
+    } catch (const DbError& e) {
+        ctx.dialogs.refuse(QStringLiteral(" Busqueda "), e.text());
+    }
+    auto* buscar = new QPushButton(QStringLiteral("Buscar"));
+    buscar->setObjectName(QStringLiteral("Boton_Buscar"));
+    buscar->setAutoDefault(true);
+
+    auto* filtros = new QHBoxLayout;
+    filtros->addWidget(new QLabel(QStringLiteral("Fecha")));
+    filtros->addWidget(fecha_);
+    filtros->addWidget(new QLabel(QStringLiteral("Grupo")));
+    filtros->addWidget(grupo_);
+    filtros->addWidget(buscar);
+    filtros->addStretch(1);
+
+    grilla_ = new QTableWidget(0, 6);
+    grilla_->setObjectName(QStringLiteral("Grilla"));
+    grilla_->setHorizontalHeaderLabels({QStringLiteral(" TAQUILLA "), QStringLiteral(" FECHA "),
+                                        QStringLiteral(" JUGADO "), QStringLiteral(" COBRADO "),
+                                        QStringLiteral(" POR PAGAR "), QStringLiteral(" TOTAL ")});
+    grilla_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    grilla_->verticalHeader()->hide();
+    grilla_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grilla_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    total_ = new QLabel;
+    total_->setStyleSheet(QStringLiteral("font-weight: bold;"));
+
+    auto* raiz = new QVBoxLayout(this);
+    raiz->addLayout(filtros);
+    raiz->addWidget(grilla_, 1);
+    raiz->addWidget(total_);
+
+    EnterMovesOn::install(fecha_);
+    EnterMovesOn::install(grupo_);
+    connect(buscar, &QPushButton::clicked, this, &Form_RPT_CuadreTaqWIn::Buscar_Click);
+    new QShortcut(QKeySequence(Qt::Key_Escape), this, [this] { close(); });
+    resize(820, 460);
+}
+
+void Form_RPT_CuadreTaqWIn::Buscar_Click() {
+    const auto filas = logica_.buscar(fecha_->date(), grupo_->currentText());
+    const bool dolares = ctx_.session.enDolares();
+    grilla_->setRowCount(0);
+    double jugado = 0, cobrado = 0, porPagar = 0, total = 0;
+    for (const auto& f : filas) {
+        const int r = grilla_->rowCount();
+        grilla_->insertRow(r);
+        const QStringList celdas{f.taquilla,
+                                 f.fecha,
+                                 formatoMonto(f.jugado, dolares),
+                                 formatoMonto(f.cobrado, dolares),
+                                 formatoMonto(f.porPagar, dolares),
+                                 formatoMonto(f.total, dolares)};
+        for (int c = 0; c < celdas.size(); ++c) {
+            auto* item = new QTableWidgetItem(celdas[c]);
+            if (c >= 2) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            grilla_->setItem(r, c, item);
+        }
+        jugado += f.jugado;
+        cobrado += f.cobrado;
+        porPagar += f.porPagar;
+        total += f.total;
+    }
+    total_->setText(filas.isEmpty() ? QString()
+                                    : QStringLiteral("TOTALES   JUGADO %1   COBRADO %2   POR PAGAR %3   TOTAL %4")
+                                          .arg(formatoMonto(jugado, dolares), formatoMonto(cobrado, dolares),
+                                               formatoMonto(porPagar, dolares), formatoMonto(total, dolares)));
+}
+
+}  // namespace hipico

@@ -1,0 +1,548 @@
+// The winner-bet sale against the real server: every refusal in its order
+// with nothing written, the four-runner rule, quotas and limits, clients,
+// ticket codes and keys, the supervisor password, and the sale's behaviour
+// with several booths and a close of the race at the same time.
+#include "BoothFixture.h"
+
+#include "sales/TicketRules.h"
+
+#include <QtTest>
+#include <atomic>
+#include <thread>
+
+using namespace hipico;
+using namespace hipico::test;
+
+struct Lenta {
+    Db& db;
+    explicit Lenta(Db& d, double segundos) : db(d) {
+        db.exec("CREATE TRIGGER lenta BEFORE INSERT ON ma_principal FOR EACH ROW SET @espera = SLEEP(" +
+                std::to_string(segundos) + ")");
+    }
+    ~Lenta() { db.exec("DROP TRIGGER IF EXISTS lenta"); }
+};
+
+class TstVenta : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestEnv> env;
+    QTemporaryDir carpeta;
+    QString puerto;
+    QString fecha;
+
+    VentaGanadores nueva() { return ventaCargada(env->ctx); }
+    Db& db() { return env->db(); }
+
+    // Everything a refused sale must leave untouched.
+    QString huella() {
+        return textOf(db(), "SELECT concat(count(*), '/', coalesce(sum(ganadores),0), '/', coalesce(sum(estatus),0), "
+                            "'/', coalesce(sum(cobrado),0)) FROM ma_principal") +
+               "|" + textOf(db(), "SELECT count(*) FROM jugadas_clientes") + "|" +
+               textOf(db(), "SELECT coalesce(sum(premios),0) FROM ventas_ganadores_general");
+    }
+
+    void entrar(const QString& usuario) { test::entrar(*env, usuario); }
+
+private slots:
+    void initTestCase() {
+        env = entorno("venta", carpeta.path());
+        puerto = carpeta.filePath("boletos.prn");
+        fecha = fechaSql(env->clock.today());
+    }
+
+    void init() {
+        env->loadDemo();
+        entrar("taquilla1");
+        prepararImpresion(env->config, puerto);
+        QFile::remove(puerto);
+    }
+
+    void aSaleWritesTheTicketItsCodeAndKeysAndPrintsIt() {
+        VentaGanadores v = nueva();
+        const auto r = v.procesarVenta("1", "3", "5");
+        QCOMPARE(int(r.resultado), int(VentaGanadores::Resultado::Vendido));
+        QVERIFY(env->dialogs.shown().isEmpty());
+        const Row t = db().query("SELECT * FROM ma_principal WHERE numero = ?", {r.boleto.numero}).first();
+        QCOMPARE(t.integer("carrera"), 1LL);
+        QCOMPARE(t.integer("caballo"), 3LL);
+        QCOMPARE(t.number("ganadores"), 5.0);
+        QCOMPARE(t.text("ch"), QString("LOS PINOS"));
+        QCOMPARE(t.text("grupo"), QString("07"));
+        QCOMPARE(t.text("subgrupo"), QString("S1"));
+        QCOMPARE(t.text("fecha"), fecha);
+        QCOMPARE(t.text("hora"), QString("10:30:00"));
+        QCOMPARE(t.integer("estatus"), 0LL);
+        QCOMPARE(t.number("cobrado"), 0.0);
+        // Prefix (the group), month, day, then the ticket's own number.
+        QCOMPARE(t.text("nu_boleto"), "07" + env->clock.today().toString("MMdd") + QString::number(r.boleto.numero));
+        QCOMPARE(r.boleto.codigo, t.text("nu_boleto"));
+        const LlavesVenta k = llavesVenta(r.boleto.numero, 3, 5, 1, "07");
+        QCOMPARE(t.text("llave"), k.llave);
+        QCOMPARE(t.text("llave2"), k.llave2);
+        QCOMPARE(t.text("llave5"), k.llave5);
+        for (const char* c : {"llave3", "llave4", "llave6"}) QCOMPARE(t.text(c), QString("0"));
+        QCOMPARE(verificarBoleto(t, std::nullopt), Alteracion::Ninguna);
+        QCOMPARE(r.boleto.costo, 50.0);
+        QCOMPARE(r.boleto.nombreCaballo, QString("GRAN CAPITAN"));
+        // Printed on the file port.
+        QVERIFY(leerPuerto(puerto).contains("BOLETO: " + t.text("nu_boleto") + " C: 1"));
+    }
+
+    void codeFormat_data() {
+        QTest::addColumn<QString>("usuario");
+        QTest::addColumn<QString>("prefijo");
+        QTest::newRow("inicialboleto not 0: group code") << "taquilla1" << "07";
+        QTest::newRow("inicialboleto 0: 1") << "taquilla3" << "1";
+    }
+    void codeFormat() {
+        QFETCH(QString, usuario);
+        QFETCH(QString, prefijo);
+        env->clock.set(QDateTime(QDate(2026, 3, 5), QTime(9, 15, 2)));
+        env->loadDemo();
+        entrar(usuario);
+        VentaGanadores v = nueva();
+        const auto r = v.procesarVenta("1", "2", "3");
+        QCOMPARE(int(r.resultado), int(VentaGanadores::Resultado::Vendido));
+        QCOMPARE(r.boleto.codigo, prefijo + "0305" + QString::number(r.boleto.numero));  // month before day
+        env->clock.set(QDateTime(QDate(2026, 11, 23), QTime(10, 30, 0)));
+    }
+
+    void ticketNumbersAreTheInsertsOwn() {
+        // Another centre's newer ticket does not change this booth's number.
+        VentaGanadores v = nueva();
+        const auto a = v.procesarVenta("1", "1", "2");
+        db().exec("INSERT INTO `ma_principal` (carrera, caballo, ganadores, ch, grupo, fecha) VALUES "
+                  "(1, 1, 1, 'LOS PINOS', '08', ?)",
+                  {fecha});
+        const auto b = v.procesarVenta("1", "1", "2");
+        QCOMPARE(b.boleto.numero, a.boleto.numero + 2);
+        QCOMPARE(textOf(db(), "SELECT grupo FROM ma_principal WHERE numero = ?", {b.boleto.numero}), QString("07"));
+    }
+
+    void refusals_data() {
+        QTest::addColumn<QStringList>("preparar");
+        QTest::addColumn<QString>("usuario");
+        QTest::addColumn<QStringList>("venta");  // race, horse, amount, client
+        QTest::addColumn<QString>("titulo");
+        QTest::addColumn<QString>("texto");
+        const QString cerrada = "LA CARRERA ESTA CERRADA, NO SE PUEDE HACER NINGUNA VENTA";
+        const QString verif = "VERIFIQUE E INTENTE DE NUEVO";
+        const QString validacion = "Validación del Sistema";
+        QTest::newRow("closed race") << QStringList{"update carreras set venta=0 where carrera=1"} << "taquilla1"
+                                     << QStringList{"1", "3", "5", ""} << validacion << cerrada;
+        QTest::newRow("closed race, before every other check")
+            << QStringList{"update carreras set venta=0 where carrera=1"} << "taquilla1"
+            << QStringList{"1", "3", "", ""} << validacion << cerrada;
+        QTest::newRow("group without winner sale")
+            << QStringList{"update grupos set venta_ganadores=0 where grupo='07'"} << "taquilla1"
+            << QStringList{"1", "3", "5", ""} << validacion << cerrada;
+        QTest::newRow("empty amount") << QStringList{} << "taquilla1" << QStringList{"1", "3", "", ""} << verif
+                                      << "EL MONTO NO ES VALIDO";
+        QTest::newRow("letters") << QStringList{} << "taquilla1" << QStringList{"1", "3", "5x", ""} << verif
+                                 << "EL MONTO NO ES VALIDO";
+        QTest::newRow("zero") << QStringList{} << "taquilla1" << QStringList{"1", "3", "0", ""} << verif
+                              << "EL MONTO NO ES VALIDO";
+        QTest::newRow("three decimals") << QStringList{} << "taquilla1" << QStringList{"1", "3", "1,255", ""}
+                                        << verif << "EL MONTO NO ES VALIDO";
+        QTest::newRow("huge") << QStringList{} << "taquilla1" << QStringList{"1", "3", "99999999999999999", ""}
+                              << verif << "EL MONTO NO ES VALIDO";
+        QTest::newRow("negative") << QStringList{} << "taquilla1" << QStringList{"1", "3", "-5", ""} << verif
+                                  << "EL MONTO NO ES VALIDO";
+        QTest::newRow("below the minimum") << QStringList{} << "taquilla1" << QStringList{"1", "3", "0,9", ""}
+                                           << verif << "EL MONTO ES MENOR AL PERMITIDO";
+        QTest::newRow("horse 0") << QStringList{} << "taquilla1" << QStringList{"1", "0", "5", ""} << verif
+                                 << "EL NUMERO DE CABALLO NO ES VALIDO";
+        QTest::newRow("horse above cab_max") << QStringList{} << "taquilla1" << QStringList{"1", "15", "5", ""}
+                                             << verif << "EL NUMERO DE CABALLO NO ES VALIDO";
+        QTest::newRow("horse not a number") << QStringList{} << "taquilla1"
+                                            << QStringList{"1", "99999999999999999999", "5", ""} << verif
+                                            << "EL NUMERO DE CABALLO NO ES VALIDO";
+        QTest::newRow("race not open at the booth")
+            << QStringList{"update carreras set venta=1 where carrera=2"} << "taquilla1"
+            << QStringList{"2", "3", "5", ""} << verif << "EL NUMERO DE CARRERA NO ESTA PERMITIDO PARA LA VENTA";
+        QTest::newRow("empty race") << QStringList{} << "taquilla1" << QStringList{"", "3", "5", ""} << verif
+                                    << "EL NUMERO DE CARRERA NO ESTA PERMITIDO PARA LA VENTA";
+        QTest::newRow("horse not in the race") << QStringList{} << "taquilla1" << QStringList{"1", "9", "5", ""}
+                                               << verif << "EL NUMERO DE CABALLO NO ES VALIDO";
+        QTest::newRow("scratched horse")
+            << QStringList{"update carreras set retirado=1 where carrera=1 and id_hipodromo=1 and nu_caballo=2"}
+            << "taquilla1" << QStringList{"1", "2", "5", ""} << verif << "EL CABALLO ESTA RETIRADO";
+        QTest::newRow("quota blocked") << QStringList{"update venta_cupo_ganadores set cab3=0 where ch='LOS PINOS'"}
+                                       << "taquilla1" << QStringList{"1", "3", "5", ""} << verif
+                                       << "SE HA LLENADO EL CUPO DE VENTA A ESTE CABALLO";
+        QTest::newRow("over the horse's quota") << QStringList{} << "taquilla1" << QStringList{"1", "3", "501", ""}
+                                                << verif << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 500";
+        QTest::newRow("over the ticket maximum")
+            << QStringList{"update venta_cupo_ganadores set cab3=100000 where ch='LOS PINOS'"} << "taquilla1"
+            << QStringList{"1", "3", "500,5", ""} << verif << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 500";
+        QTest::newRow("unknown client") << QStringList{} << "taquilla1" << QStringList{"1", "3", "5", "nadie"}
+                                        << verif << "EL CLIENTE NO EXISTE ";
+        QTest::newRow("client of another centre") << QStringList{} << "taquilla3"
+                                                  << QStringList{"1", "3", "5", "clopez"} << verif
+                                                  << "EL CLIENTE NO EXISTE ";
+        QTest::newRow("client without balance")
+            << QStringList{} << "taquilla1" << QStringList{"1", "3", "150,01", "clopez"} << verif
+            << "El Cliente no posee saldo suficiente para hacer esta jugada, dispobible: Bs. 1.500,00";
+        QTest::newRow("ordinary client over the limit")
+            << QStringList{"INSERT INTO jugadas_clientes (id_cliente, monto, fecha) VALUES (1, 5000, '2026-11-23')"}
+            << "taquilla1" << QStringList{"1", "3", "200,1", "clopez"} << verif
+            << "EL MONTO ES MAYOR AL CUPO POR JUGADOR";
+        QTest::newRow("VIP client over the limit") << QStringList{} << "taquilla1"
+                                                   << QStringList{"1", "3", "400,5", "trebol"} << verif
+                                                   << "EL MONTO ES MAYOR AL CUPO POR JUGADOR VIP";
+    }
+
+    void refusals() {
+        QFETCH(QStringList, preparar);
+        QFETCH(QString, usuario);
+        QFETCH(QStringList, venta);
+        QFETCH(QString, titulo);
+        QFETCH(QString, texto);
+        for (const QString& sql : preparar) db().exec(sql.toStdString());
+        entrar(usuario);
+        VentaGanadores v = nueva();
+        const QString antes = huella();
+        const auto r = v.procesarVenta(venta[0], venta[1], venta[2], venta[3]);
+        QVERIFY(r.resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.count(), 1);
+        QCOMPARE(env->dialogs.last().title, titulo);
+        QCOMPARE(env->dialogs.last().text, texto);
+        QCOMPARE(int(env->dialogs.last().icon), int(Icon::Critical));
+        QCOMPARE(huella(), antes);
+        QVERIFY(!QFile::exists(puerto));
+    }
+
+    void closedRaceIsForBoothsOnly() {
+        db().exec("update carreras set venta=0 where carrera=1");
+        entrar("supervisor");
+        VentaGanadores v = nueva();
+        QCOMPARE(int(v.procesarVenta("1", "3", "5").resultado), int(VentaGanadores::Resultado::Vendido));
+    }
+
+    void fourRunnerRule_data() {
+        QTest::addColumn<int>("corredores");
+        QTest::addColumn<bool>("vende");
+        QTest::newRow("3 runners sell") << 3 << true;
+        QTest::newRow("4 runners refund and refuse") << 4 << false;
+        QTest::newRow("5 runners sell") << 5 << true;
+    }
+    void fourRunnerRule() {
+        QFETCH(int, corredores);
+        QFETCH(bool, vende);
+        // Race 8 of the booth's track has six horses; the first `corredores` run.
+        db().exec("update carreras set venta=1, retirado=(nu_caballo > ?) where carrera=8 and id_hipodromo=1",
+                  {corredores});
+        // The other track's race 8 (seven runners) does not change the count.
+        db().exec("update carreras set venta=1 where carrera=8 and id_hipodromo=2");
+        db().exec("update grupos set carrera=8 where grupo in ('07','08')");
+        entrar("taquilla1");
+        // Open tickets of the race: two of this group (one paid refund), one of another group.
+        auto boleto = [&](const QString& grupo, int estatus, double cobrado) {
+            db().exec("INSERT INTO ma_principal (carrera, caballo, ganadores, ch, grupo, fecha, estatus, cobrado, "
+                      "nu_boleto) VALUES (8, 1, 3, 'LOS PINOS', ?, ?, ?, ?, '')",
+                      {grupo, fecha, estatus, cobrado});
+            return db().lastInsertId();
+        };
+        const long long abierto = boleto("07", 0, 0);
+        const long long ganador = boleto("07", 1, 75);
+        const long long pagado = boleto("07", 3, 30);
+        const long long otroGrupo = boleto("08", 0, 0);
+        VentaGanadores v = nueva();
+        const long long antes = contar(db(), "ma_principal");
+        const auto r = v.procesarVenta("8", "1", "2");
+        auto estado = [&](long long n) {
+            return textOf(db(), "SELECT concat(estatus, ':', cobrado) FROM ma_principal WHERE numero = ?", {n});
+        };
+        if (vende) {
+            QCOMPARE(int(r.resultado), int(VentaGanadores::Resultado::Vendido));
+            QCOMPARE(contar(db(), "ma_principal"), antes + 1);
+            QCOMPARE(estado(abierto), QString("0:0"));
+            QCOMPARE(estado(ganador), QString("1:75"));
+        } else {
+            QVERIFY(r.resultado != VentaGanadores::Resultado::Vendido);
+            QCOMPARE(env->dialogs.last().title, QString("PARAMETROS DE VENTA"));
+            QCOMPARE(env->dialogs.last().text, QString("NO SE VENDE CON 4 CABALLOS"));
+            QCOMPARE(contar(db(), "ma_principal"), antes);
+            QCOMPARE(estado(abierto), QString("4:30"));   // 3 units x 10
+            QCOMPARE(estado(ganador), QString("4:30"));
+        }
+        QCOMPARE(estado(pagado), QString("3:30"));
+        QCOMPARE(estado(otroGrupo), QString("0:0"));
+    }
+
+    void quotaBoundary() {
+        VentaGanadores v = nueva();
+        db().exec("update grupos set pedirclave=0");
+        entrar("taquilla1");
+        QCOMPARE(int(v.procesarVenta("1", "4", "495").resultado), int(VentaGanadores::Resultado::Vendido));
+        // One over what is left.
+        QVERIFY(v.procesarVenta("1", "4", "6").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 5"));
+        QVERIFY(!v.esperandoClave());  // no password frame without pedirclave
+        // Exactly what is left.
+        QCOMPARE(int(v.procesarVenta("1", "4", "5").resultado), int(VentaGanadores::Resultado::Vendido));
+        QCOMPARE(numberOf(db(), "SELECT sum(ganadores) FROM ma_principal WHERE caballo=4"), 500.0);
+        QVERIFY(v.procesarVenta("1", "4", "1").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 0"));
+        // Another group of the centre has its own quota in the group mode ...
+        entrar("taquilla2");
+        VentaGanadores otra = nueva();
+        QCOMPARE(int(otra.procesarVenta("1", "4", "5").resultado), int(VentaGanadores::Resultado::Vendido));
+        // ... and shares it in the centre mode.
+        db().exec("update grupos set opcioncupowin=1");
+        entrar("taquilla2");
+        QVERIFY(otra.procesarVenta("1", "4", "1").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 0"));
+        // Without quota enforcement the horse sells past it.
+        db().exec("update grupos set admin_cupo=0, opcioncupowin=0");
+        entrar("taquilla1");
+        QCOMPARE(int(v.procesarVenta("1", "4", "5").resultado), int(VentaGanadores::Resultado::Vendido));
+    }
+
+    void quotaInBolivares() {
+        VentaGanadores v = nueva();
+        guardarUnidadVenta(env->ctx.config, UnidadVenta::Bolivares);
+        v.cargar();
+        QCOMPARE(int(v.procesarVenta("1", "5", "4950").resultado), int(VentaGanadores::Resultado::Vendido));
+        QCOMPARE(numberOf(db(), "SELECT ganadores FROM ma_principal WHERE caballo=5"), 495.0);
+        QVERIFY(v.procesarVenta("1", "5", "60").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: Bs. 50,00"));
+        // 55 Bs are 5.5 units.
+        QCOMPARE(int(v.procesarVenta("1", "6", "55").resultado), int(VentaGanadores::Resultado::Vendido));
+        QCOMPARE(numberOf(db(), "SELECT ganadores FROM ma_principal WHERE caballo=6"), 5.5);
+        guardarUnidadVenta(env->ctx.config, UnidadVenta::Ganadores);
+    }
+
+    void ticketMaximumBoundary() {
+        db().exec("update venta_cupo_ganadores set cab3=100000");
+        db().exec("update grupos set apuesta_max_win=500");
+        entrar("taquilla1");
+        VentaGanadores v = nueva();
+        QCOMPARE(int(v.procesarVenta("1", "3", "50").resultado), int(VentaGanadores::Resultado::Vendido));
+        QVERIFY(v.procesarVenta("1", "3", "50,1").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 50"));
+    }
+
+    void clientPlayDebitsTheBalance() {
+        VentaGanadores v = nueva();
+        // Exactly the balance (Bs. 1.500,00 = 150 units of 10).
+        const auto r = v.procesarVenta("1", "3", "150", "clopez");
+        QCOMPARE(int(r.resultado), int(VentaGanadores::Resultado::Vendido));
+        const Row d = db().query("SELECT * FROM jugadas_clientes ORDER BY id_jugadas DESC LIMIT 1").first();
+        QCOMPARE(d.integer("id_cliente"), 1LL);
+        QCOMPARE(d.number("monto"), -1500.0);
+        QCOMPARE(d.text("monto_tipo"), QString(" Ganadores"));
+        QCOMPARE(d.text("nu_operacion"), r.boleto.codigo);
+        QCOMPARE(d.text("fecha"), fecha);
+        QCOMPARE(numberOf(db(), "SELECT sum(monto) FROM jugadas_clientes WHERE id_cliente=1"), 0.0);
+        QVERIFY(v.procesarVenta("1", "3", "1", "clopez").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.last().text,
+                 QString("El Cliente no posee saldo suficiente para hacer esta jugada, dispobible: Bs. 0,00"));
+        // A VIP client up to its limit.
+        QCOMPARE(int(v.procesarVenta("1", "2", "400", "trebol").resultado), int(VentaGanadores::Resultado::Vendido));
+    }
+
+    void passwordPath() {
+        VentaGanadores v = nueva();
+        const QString antes = huella();
+        // Over the quota: the refusal opens the password frame.
+        QCOMPARE(int(v.procesarVenta("1", "3", "600").resultado), int(VentaGanadores::Resultado::PedirClave));
+        QVERIFY(v.esperandoClave());
+        QVERIFY(v.ventaConClave("9999").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.last().title, QString("Permiso de Venta Negado"));
+        QCOMPARE(env->dialogs.last().text, QString("La Clave Fue Incorrecta"));
+        QVERIFY(!v.esperandoClave());
+        QCOMPARE(huella(), antes);
+
+        QCOMPARE(int(v.procesarVenta("1", "3", "600").resultado), int(VentaGanadores::Resultado::PedirClave));
+        const auto r = v.ventaConClave("1234");
+        QCOMPARE(int(r.resultado), int(VentaGanadores::Resultado::Vendido));
+        QVERIFY(r.boleto.conClave);
+        const Row t = db().query("SELECT * FROM ma_principal WHERE numero = ?", {r.boleto.numero}).first();
+        QCOMPARE(t.number("ganadores"), 600.0);
+        QCOMPARE(t.text("nu_boleto"), r.boleto.codigo);
+        for (const char* c : {"llave", "llave2", "llave5", "llave3", "llave4", "llave6"}) QCOMPARE(t.text(c), QString("0"));
+        QVERIFY(leerPuerto(puerto).contains("            MUCHA SUERTE!!!!!!!!      "));
+
+        // The password never opens a closed race.
+        QCOMPARE(int(v.procesarVenta("1", "3", "600").resultado), int(VentaGanadores::Resultado::PedirClave));
+        db().exec("update carreras set venta=0 where carrera=1");
+        QVERIFY(v.ventaConClave("1234").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(env->dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDE HACER NINGUNA VENTA"));
+    }
+
+    void saleUnitIsKeptPerMachine() {
+        VentaGanadores v = nueva();
+        QCOMPARE(int(v.unidad()), int(UnidadVenta::Ganadores));
+        env->dialogs.no();
+        QVERIFY(!v.cambiarUnidad(UnidadVenta::Bolivares));
+        env->dialogs.yes();
+        QVERIFY(v.cambiarUnidad(UnidadVenta::Bolivares));
+        const auto& cajas = env->dialogs.shown();
+        QCOMPARE(cajas[cajas.size() - 2].title, QString("Confirmar el Cambio"));
+        QCOMPARE(cajas[cajas.size() - 2].text,
+                 QString("¿Esta usted seguro de querer cambiar la unidad de venta a BOLIVARES?"));
+        QCOMPARE(cajas.last().title, QString("Parametros de Venta"));
+        QCOMPARE(cajas.last().text, QString("Los cambios se hicierón con exíto"));
+        VentaGanadores otra = nueva();
+        QCOMPARE(int(otra.unidad()), int(UnidadVenta::Bolivares));
+        env->dialogs.yes();
+        QVERIFY(otra.cambiarUnidad(UnidadVenta::Ganadores));
+        QCOMPARE(env->dialogs.shown()[env->dialogs.count() - 2].text,
+                 QString("¿Esta usted seguro de querer cambiar la unidad de venta a GANADORES?"));
+        QCOMPARE(otra.etiquetaMoneda(), QString("BS"));
+    }
+
+    void listsOfTheWindow() {
+        VentaGanadores v = nueva();
+        v.procesarVenta("1", "3", "5");
+        v.procesarVenta("1", "3", "2");
+        v.procesarVenta("1", "1", "4");
+        const auto ventas = v.Calcular_VentasCaballos(1);
+        QCOMPARE(ventas.size(), 2);
+        QCOMPARE(ventas[0].caballo, 1LL);
+        QCOMPARE(ventas[0].unidades, 4.0);
+        QCOMPARE(ventas[1].unidades, 7.0);
+        db().exec("update carreras set retirado=1 where carrera=1 and id_hipodromo=1 and nu_caballo=2");
+        const auto corredores = v.corredores(1);
+        QCOMPARE(corredores.size(), 8);
+        QVERIFY(corredores[1].retirado);
+        QCOMPARE(corredores[0].nombre, QString("RELAMPAGO"));
+        const auto carreras = v.carreras();
+        QCOMPARE(carreras.size(), 8);
+        QVERIFY(carreras[0].abierta);
+        QVERIFY(!carreras[1].abierta);
+    }
+
+    // A sale in flight (slowed down by the server at its insert) and a
+    // second action at the same moment: the locks decide who goes first.
+    void closeWaitsForTheSaleInFlight() {
+        const Session sesion = env->ctx.session;
+        Taquilla booth(*env, sesion);
+        Lenta lenta(db(), 0.5);
+        VentaGanadores::Resultado resultado{};
+        std::thread venta([&] { resultado = booth.venta.procesarVenta("1", "3", "5").resultado; });
+        QTest::qWait(150);
+        auto admin = env->connect();
+        admin->exec("update carreras set estado_puestos='0',venta='0' Where carrera = ? and fecha = ? and "
+                    "id_hipodromo = ? ",
+                    {1, fecha, 1});
+        const double trasCierre = numberOf(*admin, "SELECT count(*) FROM ma_principal");
+        venta.join();
+        // The close waited: the ticket was committed before it.
+        QCOMPARE(trasCierre, 1.0);
+        QCOMPARE(int(resultado), int(VentaGanadores::Resultado::Vendido));
+        QVERIFY(booth.venta.procesarVenta("1", "3", "5").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(booth.dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDE HACER NINGUNA VENTA"));
+        QCOMPARE(numberOf(*admin, "SELECT count(*) FROM ma_principal"), 1.0);
+    }
+
+    void simultaneousSales_data() {
+        QTest::addColumn<QStringList>("preparar");
+        QTest::addColumn<QStringList>("primera");  // horse, amount, client
+        QTest::addColumn<QStringList>("segunda");
+        QTest::addColumn<QString>("rechazo");
+        QTest::newRow("last units of a quota")
+            << QStringList{"update venta_cupo_ganadores set cab3=10", "update grupos set pedirclave=0"}
+            << QStringList{"3", "7", ""} << QStringList{"3", "7", ""} << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 3";
+        QTest::newRow("a shared centre quota across groups and tracks")
+            << QStringList{"update venta_cupo_ganadores set cab3=10",
+                           "update grupos set pedirclave=0, opcioncupowin=1",
+                           "update grupos set id_hipodromo=2 where grupo='08'",
+                           "update carreras set venta=1 where carrera=1"}
+            << QStringList{"3", "7", ""} << QStringList{"3", "7", "", "taquilla2"}
+            << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 3";
+        QTest::newRow("a client's balance on two horses")
+            << QStringList{} << QStringList{"3", "100", "clopez"} << QStringList{"5", "100", "clopez"}
+            << "El Cliente no posee saldo suficiente para hacer esta jugada, dispobible: Bs. 500,00";
+    }
+    void simultaneousSales() {
+        QFETCH(QStringList, preparar);
+        QFETCH(QStringList, primera);
+        QFETCH(QStringList, segunda);
+        QFETCH(QString, rechazo);
+        for (const QString& sql : preparar) db().exec(sql.toStdString());
+        entrar("taquilla1");
+        Taquilla a(*env, env->ctx.session);
+        if (segunda.size() > 3) entrar(segunda[3]);
+        Taquilla b(*env, env->ctx.session);
+        Lenta lenta(db(), 0.4);
+        VentaGanadores::Resultado ra{}, rb{};
+        std::thread ta([&] { ra = a.venta.procesarVenta("1", primera[0], primera[1], primera[2]).resultado; });
+        QTest::qWait(100);
+        std::thread tb([&] { rb = b.venta.procesarVenta("1", segunda[0], segunda[1], segunda[2]).resultado; });
+        ta.join();
+        tb.join();
+        QCOMPARE(int(ra), int(VentaGanadores::Resultado::Vendido));
+        QVERIFY(rb != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(b.dialogs.last().text, rechazo);
+        QCOMPARE(numberOf(db(), "SELECT count(*) FROM ma_principal"), 1.0);
+    }
+
+    // Several booths sell the same race while the administrator closes it:
+    // no ticket commits after the close did, and the quota is never oversold.
+    void closeAndQuotaUnderConcurrentBooths() {
+        db().exec("update venta_cupo_ganadores set cab3=150 where ch='LOS PINOS'");
+        db().exec("update grupos set pedirclave=0");
+        entrar("taquilla1");
+        const Session sesion = env->ctx.session;
+        constexpr int kCabinas = 4;
+        std::atomic<bool> cerrada{false};
+        std::atomic<bool> fin{false};
+        std::atomic<int> vendidosTrasCierre{0};
+        std::vector<std::thread> hilos;
+        std::vector<std::unique_ptr<Taquilla>> cabinas;
+        for (int i = 0; i < kCabinas; ++i) cabinas.push_back(std::make_unique<Taquilla>(*env, sesion));
+        for (int i = 0; i < kCabinas; ++i) {
+            hilos.emplace_back([&, i] {
+                Taquilla& t = *cabinas[i];
+                int k = 0;
+                while (!fin) {
+                    const bool despues = cerrada;
+                    const auto r = t.venta.procesarVenta("1", QString::number(1 + (k++ % 4)), "7");
+                    if (despues && r.resultado == VentaGanadores::Resultado::Vendido) ++vendidosTrasCierre;
+                }
+            });
+        }
+        QTest::qWait(400);
+        auto admin = env->connect();
+        admin->exec("update carreras set estado_puestos='0',venta='0' Where carrera = ? and fecha = ? and "
+                    "id_hipodromo = ? ",
+                    {1, fecha, 1});
+        const long long ultimo = static_cast<long long>(numberOf(*admin, "SELECT coalesce(max(numero),0) FROM ma_principal"));
+        cerrada = true;
+        QTest::qWait(300);
+        fin = true;
+        for (auto& h : hilos) h.join();
+        QVERIFY(ultimo > 0);
+        QCOMPARE(numberOf(db(), "SELECT count(*) FROM ma_principal WHERE numero > ?", {ultimo}), 0.0);
+        QCOMPARE(vendidosTrasCierre.load(), 0);
+        QVERIFY(numberOf(db(), "SELECT sum(ganadores) FROM ma_principal WHERE caballo=3") <= 150.0);
+        QCOMPARE(numberOf(db(), "SELECT count(distinct nu_boleto) = count(*) FROM ma_principal"), 1.0);
+        for (const Row& t : db().query("SELECT * FROM ma_principal"))
+            QCOMPARE(verificarBoleto(t, std::nullopt), Alteracion::Ninguna);
+        // After the close every booth is refused with the closed-race message.
+        cabinas[0]->dialogs.clear();
+        QVERIFY(cabinas[0]->venta.procesarVenta("1", "1", "7").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(cabinas[0]->dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDE HACER NINGUNA VENTA"));
+    }
+
+    void clientBalanceUnderConcurrentBooths() {
+        const Session sesion = env->ctx.session;
+        std::vector<std::unique_ptr<Taquilla>> cabinas;
+        for (int i = 0; i < 4; ++i) cabinas.push_back(std::make_unique<Taquilla>(*env, sesion));
+        std::vector<std::thread> hilos;
+        for (auto& c : cabinas)
+            hilos.emplace_back([&c] {
+                for (int k = 0; k < 12; ++k) c->venta.procesarVenta("1", "2", "7", "clopez");
+            });
+        for (auto& h : hilos) h.join();
+        const double saldo = numberOf(db(), "SELECT sum(monto) FROM jugadas_clientes WHERE id_cliente=1");
+        QVERIFY(saldo >= 0);
+        QVERIFY(saldo < 70);  // the balance was spent down to less than one more play
+        QCOMPARE(numberOf(db(), "SELECT count(*) FROM ma_principal"),
+                 numberOf(db(), "SELECT count(*) FROM jugadas_clientes WHERE monto < 0"));
+    }
+};
+
+QTEST_MAIN(TstVenta)
+#include "tst_venta.moc"
