@@ -42,10 +42,7 @@ std::optional<Row> AdminGanadores::boleto(long long numero) {
 }
 
 void AdminGanadores::bitacora(const Row& b, const QString& motivo, int estatus) {
-    db().exec("INSERT INTO `bitacora` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?);",
-              {b.integer("numero"), b.integer("carrera"), b.integer("caballo"), b.number("ganadores"), b.text("ch"),
-               b.text("grupo"), b.text("hora"), b.text("fecha"), b.text("nu_boleto"), b.number("cobrado"), motivo,
-               ctx_.session.usuario, estatus});
+    escribirBitacora(db(), b, motivo, ctx_.session.usuario, estatus);
 }
 
 // The void itself, under the ticket's lock: a paid ticket is never voided, and
@@ -59,8 +56,7 @@ bool AdminGanadores::anular(long long numero, const QString& motivo) {
         if (!b) return Fin::NoEncontrado;
         if (pagado(*b)) return Fin::Pagado;
         if (!forzado && carreraProcesada(d, b->text("fecha"), b->integer("carrera"))) return Fin::Procesada;
-        bitacora(*b, forzado ? kMotivoAdmin : motivo, 5);
-        d.exec("delete from  ma_principal  Where numero = ? limit 1 ", {numero});
+        escribirAnulacion(d, *b, forzado ? kMotivoAdmin : motivo, ctx_.session.usuario);
         return Fin::Anulado;
     });
     switch (fin) {

@@ -22,11 +22,15 @@ bool anularBoletoGanador(Db& db, const Row& boleto, const QString& motivo, const
     });
 }
 
-void escribirAnulacion(Db& db, const Row& b, const QString& motivo, const QString& usuario) {
+void escribirBitacora(Db& db, const Row& b, const QString& motivo, const QString& usuario, int estatus) {
     db.exec("INSERT INTO `bitacora` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?);",
             {b.integer("numero"), b.integer("carrera"), b.integer("caballo"), b.number("ganadores"), b.text("ch"),
              b.text("grupo"), b.text("hora"), b.text("fecha"), b.text("nu_boleto"), b.number("cobrado"), motivo,
-             usuario, 5});
+             usuario, estatus});
+}
+
+void escribirAnulacion(Db& db, const Row& b, const QString& motivo, const QString& usuario) {
+    escribirBitacora(db, b, motivo, usuario, 5);
     db.exec("delete from  ma_principal  Where nu_boleto = ? and numero = ? limit 1 ",
             {b.text("nu_boleto"), b.integer("numero")});
 }

@@ -20,6 +20,10 @@ bool carreraProcesada(Db& db, const QString& fecha, long long carrera);
 // another booth). The ticket row is the one the caller looked up.
 bool anularBoletoGanador(Db& db, const Row& boleto, const QString& motivo, const QString& usuario);
 
+// The audit row of a ticket with the given status (5 voided; the administration
+// also logs the payments and refunds it makes).
+void escribirBitacora(Db& db, const Row& boleto, const QString& motivo, const QString& usuario, int estatus);
+
 // The writes of a void, for a caller that already holds the ticket's row
 // locked inside its own transaction: the audit row (status 5) and the delete.
 void escribirAnulacion(Db& db, const Row& boletoBloqueado, const QString& motivo, const QString& usuario);
