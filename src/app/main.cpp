@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
     frmLogin login(ctx);
     login.alAceptar = [&] {
         menu = std::make_unique<Form_MenuPrincipal>(ctx, ventanas);
-        menu->show();
+        menu->showMaximized();
         menu->cargar();
     };
     login.show();

@@ -104,7 +104,7 @@ Form_MenuPrincipal::Form_MenuPrincipal(Context& ctx, const WindowRegistry& venta
     };
     aplicarVisibilidad();
     actualizarEstado();
-    resize(1100, 720);
+    resize(1280, 800);
 }
 
 Form_MenuPrincipal::~Form_MenuPrincipal() { ctx_.tituloMenu = nullptr; }
