@@ -277,9 +277,10 @@ bool AdminGanadores::guardarCupos(const QStringList& valores) {
     }
     params.push_back(centro);
     return seguro(kTituloCupos, [&] {
-        std::string sql = "update venta_cupo_ganadores  set ";
-        for (int i = 1; i <= 16; ++i) sql += (i > 1 ? "," : "") + std::string("cab") + std::to_string(i) + "= ?";
-        sql += " Where ch = ?";
+        QStringList columnas;
+        for (int i = 1; i <= 16; ++i) columnas << QStringLiteral("cab%1= ?").arg(i);
+        const std::string sql =
+            ("update venta_cupo_ganadores  set " + columnas.join(',') + " Where ch = ?").toStdString();
         Db& d = db();
         d.inTransaction([&] {
             if (Row::toInteger(d.scalar("SELECT count(*) FROM venta_cupo_ganadores where ch = ?", {centro})) == 0)
