@@ -70,13 +70,22 @@ const QString kSinAcceso = QStringLiteral(" Usted no posee acceso a esta parte d
 
 // The statements of the sale, prepared once per connection.
 // The group's sale parameters (read again for every sale) with the key of
-// the horse's race-card row on the group's track.
+// the horse's race-card row on the group's track. The race open for sale and
+// the track are the group's own when it has them, else the system's current
+// race and track (the ones the administration opens).
 const char* const kGrupoYCaballo =
-    "SELECT g.grupo, g.cab_max, g.carrera, g.id_hipodromo, g.valor_ganador, g.apuesta_max_win, g.cupo_winxjugador, "
-    "g.cupovip, g.inicialboleto, g.clave_win, g.pedirclave, g.admin_cupo, g.opcioncupowin, g.empresa, g.rif, "
-    "g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, c.id_carrera "
-    "FROM grupos g LEFT JOIN carreras c ON c.carrera = ? and c.fecha = ? and c.nu_caballo = ? and "
-    "c.id_hipodromo = g.id_hipodromo WHERE g.grupo = ? ORDER BY c.id_carrera LIMIT 1";
+    "SELECT g.grupo, g.cab_max, IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
+    "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo, g.valor_ganador, g.apuesta_max_win, "
+    "g.cupo_winxjugador, g.cupovip, g.inicialboleto, g.clave_win, g.pedirclave, g.admin_cupo, g.opcioncupowin, "
+    "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, c.id_carrera "
+    "FROM grupos g JOIN configuracion k LEFT JOIN carreras c ON c.carrera = ? and c.fecha = ? and "
+    "c.nu_caballo = ? and c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) "
+    "WHERE g.grupo = ? ORDER BY c.id_carrera LIMIT 1";
+// The race open for sale and the track of the booth's group, as above.
+const char* const kCarreraYPista =
+    "SELECT IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
+    "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo "
+    "FROM grupos g JOIN configuracion k WHERE g.grupo = ? LIMIT 1";
 const char* const kMismoCaballoOtrasPistas =
     "SELECT id_carrera FROM carreras where carrera = ? and fecha = ? and nu_caballo = ? order by id_carrera";
 const char* const kBloquearCaballo =
@@ -158,7 +167,13 @@ QString VentaGanadores::etiquetaMoneda() const {
 }
 
 long long VentaGanadores::carreraDelGrupo() const {
-    return static_cast<long long>(ctx_.session.parametro(QStringLiteral("carrera")));
+    const Recordset rs = ctx_.servidor().query(kCarreraYPista, {ctx_.session.grupo});
+    return rs.empty() ? 0 : rs.first().integer("carrera");
+}
+
+long long VentaGanadores::pistaDelGrupo() const {
+    const Recordset rs = ctx_.servidor().query(kCarreraYPista, {ctx_.session.grupo});
+    return rs.empty() ? 0 : rs.first().integer("id_hipodromo");
 }
 
 bool VentaGanadores::grafico() const { return modoImpresora(ctx_.session.confLocal.puerto) == ModoImpresora::Grafica; }
@@ -675,7 +690,7 @@ QVector<VentaGanadores::Corredor> VentaGanadores::corredores(long long carrera) 
     for (const Row& r : ctx_.servidor().query(
              "SELECT id_carrera ,fecha,carrera,caballo,retirado,nu_caballo FROM carreras Where carrera = ? and fecha "
              "= ? and id_hipodromo =?   order by id_carrera ",
-             {carrera, fechaTrabajo(ctx_), static_cast<long long>(ctx_.session.parametro("id_hipodromo"))}))
+             {carrera, fechaTrabajo(ctx_), pistaDelGrupo()}))
         out.append({r.integer("nu_caballo"), r.text("caballo"), r.integer("retirado") != 0});
     return out;
 }
@@ -684,7 +699,7 @@ QVector<VentaGanadores::CarreraDia> VentaGanadores::carreras() {
     QVector<CarreraDia> out;
     for (const Row& r : ctx_.servidor().query(
              "Select distinct carrera,venta from carreras where fecha = ? and id_hipodromo  = ? order by carrera",
-             {fechaTrabajo(ctx_), static_cast<long long>(ctx_.session.parametro("id_hipodromo"))})) {
+             {fechaTrabajo(ctx_), pistaDelGrupo()})) {
         if (!out.isEmpty() && out.back().carrera == r.integer("carrera")) {
             out.back().abierta = out.back().abierta || r.integer("venta") != 0;
             continue;
@@ -716,7 +731,7 @@ bool VentaGanadores::imprimirResumen(long long desde, long long hasta) {
     const QString fecha = fechaTrabajo(ctx_);
     try {
         Db& db = ctx_.servidor();
-        const long long pista = static_cast<long long>(ctx_.session.parametro("id_hipodromo"));
+        const long long pista = pistaDelGrupo();
         QVector<long long> lista;
         if (todas) {
             for (const CarreraDia& c : carreras()) lista << c.carrera;

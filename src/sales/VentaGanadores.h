@@ -97,6 +97,8 @@ public:
     QVector<CarreraDia> carreras();
     // The group's race open for sale (the window starts on it).
     long long carreraDelGrupo() const;
+    // The track the booth sells: the group's, else the system's current track.
+    long long pistaDelGrupo() const;
 
     // ---- Sale unit ----
     UnidadVenta unidad() const { return unidad_; }

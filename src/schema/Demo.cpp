@@ -88,7 +88,7 @@ void cargarDemo(Db& db, const QDate& hoy) {
                     "rango1, rango2, valor_r1, opciondiv1, rango3, rango4, valor_r2, opciondiv2, "
                     "rango9, valor_r5, rango10, topefavorito, `4cabr1`, `4cabr2`, `4cabvr1`, `4cabop1`) "
                     "VALUES (?, ?, ?, ?, '0212-5550000', ?, ?, 'J-40000000-1', 'AV. PRINCIPAL', '0212-5550001', "
-                    "1, 1, 1, 2, 40, 40, 20, 1, 1, 1, 1, 3, 1, 0, 10, 1, 14, 1, 1, 10, 5000, 2000, 4000, ?, "
+                    "1, 1, 1, 2, 40, 40, 20, 1, 1, 1, 1, 3, 1, 0, 10, 1, 14, 0, 0, 10, 5000, 2000, 4000, ?, "
                     "'1234', 1, 1, 0, ?, 'J-40000000-1', 1, 1, 20, 5, 50, 10, 10, 500, 0, ?, "
                     "0.01, 2.99, 3, 0, 3, 9.99, ?, 1, 10, 2, 60, 30, 0.01, 2.99, 2.5, 0)",
                     {g.grupo, g.ch, g.subgrupo, g.contacto, fecha, QString("AGENCIA ") + g.grupo, g.inicialboleto,
