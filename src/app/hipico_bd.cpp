@@ -39,7 +39,8 @@ int main(int argc, char** argv) {
         } else if (args.contains("local")) {
             {
                 auto servidor = Db::open(cadenaLocalSinBase(config));
-                servidor->exec(("DROP DATABASE IF EXISTS `" + config.localBase + "`").toStdString());
+                QString nombre = config.localBase;
+                servidor->exec(("DROP DATABASE IF EXISTS `" + nombre.replace('`', "``") + "`").toStdString());
             }
             CrearBDLocal(config);
         } else {
