@@ -1,5 +1,10 @@
 #include "core/Context.h"
 
+#include "core/Openers.h"
+
+#include <QSet>
+#include <stdexcept>
+
 namespace hipico {
 
 namespace {
@@ -15,12 +20,30 @@ Db& Context::servidor() const { return require(cnServidor, "con el servidor"); }
 Db& Context::local() const { return require(cnLocal, "local"); }
 Db& Context::hipicos() const { return require(cnHipicos, "de centros hípicos"); }
 
+void Context::requireKnown(const QString& name) {
+    static const QSet<QString> known = [] {
+        QSet<QString> out;
+        for (const Opener& o : openers()) out.insert(QString::fromLatin1(o.global));
+        return out;
+    }();
+    if (!known.contains(name)) throw std::logic_error("no existe el recordset " + name.toStdString());
+}
+
 const Recordset& Context::rs(const QString& name) const {
     static const Recordset empty;
+    requireKnown(name);
     auto it = recordsets_.constFind(name);
     return it == recordsets_.constEnd() ? empty : *it;
 }
 
-Recordset& Context::rsEdit(const QString& name) { return recordsets_[name]; }
+Recordset& Context::rsEdit(const QString& name) {
+    requireKnown(name);
+    return recordsets_[name];
+}
+
+void Context::setRecordset(const QString& name, Recordset rs) {
+    requireKnown(name);
+    recordsets_.insert(name, std::move(rs));
+}
 
 }  // namespace hipico

@@ -44,12 +44,14 @@ public:
 
     // Named recordsets (rsGrupos, rsConfiguracion...). An opener replaces the
     // one held under its name; reading one never opened gives an empty one.
+    // A name no opener fills is a mistake of the program: std::logic_error.
     const Recordset& rs(const QString& name) const;
     Recordset& rsEdit(const QString& name);
-    void setRecordset(const QString& name, Recordset rs) { recordsets_.insert(name, std::move(rs)); }
+    void setRecordset(const QString& name, Recordset rs);
     bool hasRecordset(const QString& name) const { return recordsets_.contains(name); }
 
 private:
+    static void requireKnown(const QString& name);
     QHash<QString, Recordset> recordsets_;
 };
 

@@ -28,6 +28,12 @@ public:
     QString text() const { return QString::fromUtf8(what()); }
     bool isDeadlock() const { return nativeCode_ == 1213 || sqlState_ == "40001"; }
     bool isLockTimeout() const { return nativeCode_ == 1205; }
+    // The server cannot be reached or the connection broke (gone away, lost
+    // during a query, not open).
+    bool isConnectionLost() const {
+        return sqlState_.rfind("08", 0) == 0 || nativeCode_ == 2002 || nativeCode_ == 2003 || nativeCode_ == 2006 ||
+               nativeCode_ == 2013 || nativeCode_ == 2055;
+    }
 
 private:
     std::string sqlState_;

@@ -91,6 +91,16 @@ bool leerMonto(const QString& texto, double& monto) {
     return true;
 }
 
+std::optional<long long> leerEntero(const QString& texto, long long maximo) {
+    const QString t = texto.trimmed();
+    if (t.isEmpty() || t.size() > 18) return std::nullopt;
+    for (const QChar c : t)
+        if (!(c.isDigit() && c.unicode() < 128)) return std::nullopt;
+    const long long v = t.toLongLong();
+    if (v > maximo) return std::nullopt;
+    return v;
+}
+
 QString fechaSql(const QDate& fecha) { return fecha.toString(QStringLiteral("yyyy-MM-dd")); }
 QString fechaVista(const QDate& fecha) { return fecha.toString(QStringLiteral("dd-MM-yyyy")); }
 QString fechaVista(const QString& fechaSqlTexto) {

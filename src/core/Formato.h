@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QString>
+#include <optional>
 #include <stdexcept>
 
 namespace hipico {
@@ -31,6 +32,10 @@ QString formatoMonto(double monto, bool enDolares);
 // Amount typed with a decimal comma, as a number ("1500,50" gives 1500.5).
 // Returns false when the text is empty or not a number.
 bool leerMonto(const QString& texto, double& monto);
+
+// A whole number typed in a box: digits only (blanks around it allowed), at
+// most `maximo`. nullopt for anything else, an empty box included.
+std::optional<long long> leerEntero(const QString& texto, long long maximo = 999999999);
 
 // Dates: "YYYY-MM-DD" for SQL, "DD-MM-YYYY" on screen and paper.
 QString fechaSql(const QDate& fecha);

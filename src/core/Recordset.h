@@ -44,6 +44,11 @@ public:
     double number(const QString& column) const;
     long long integer(const QString& column) const;
     int toInt(const QString& column) const { return static_cast<int>(integer(column)); }
+    // The same, with a default for a column the row does not have (a row of
+    // another table version, or an empty row).
+    QString textOr(const QString& column, const QString& def = {}) const { return has(column) ? text(column) : def; }
+    double numberOr(const QString& column, double def = 0) const { return has(column) ? number(column) : def; }
+    long long integerOr(const QString& column, long long def = 0) const { return has(column) ? integer(column) : def; }
 
     const QVector<QVariant>& values() const { return values_; }
     QVariant at(int i) const { return values_.value(i); }

@@ -16,18 +16,12 @@ namespace {
 constexpr double kCentavo = 0.005;
 // Larger amounts are typing mistakes, not bets.
 constexpr double kMontoMaximo = 1e10;
+// Race and horse numbers above this are typing mistakes.
+constexpr long long kNumeroMaximo = 1000000;
 
 double num(const Row& r, const char* c) { return r.has(c) ? r.number(c) : 0.0; }
 long long ent(const Row& r, const char* c) { return r.has(c) ? r.integer(c) : 0; }
 QString txt(const Row& r, const char* c) { return r.has(c) ? r.text(c) : QString(); }
-
-bool leerEntero(const QString& texto, long long& valor) {
-    bool ok = false;
-    const long long v = texto.trimmed().toLongLong(&ok);
-    if (!ok || v < 0 || v > 1000000) return false;
-    valor = v;
-    return true;
-}
 
 // An amount typed with a decimal comma, at most two decimals, above zero.
 bool leerMontoVenta(const QString& texto, double& monto) {
@@ -130,11 +124,6 @@ constexpr int kBancoEfectivo = 1;
 
 }  // namespace
 
-bool esNivelTaquilla(const QString& nivel) {
-    return nivel == QLatin1String("Taquilla") || nivel == QLatin1String("Taquilla2") ||
-           nivel == QLatin1String("Total");
-}
-
 VentaGanadores::VentaGanadores(Context& ctx) : ctx_(ctx) {}
 
 void VentaGanadores::cargar() {
@@ -143,9 +132,8 @@ void VentaGanadores::cargar() {
 }
 
 Row VentaGanadores::leerGrupo(const QString& carrera, const QString& caballo) {
-    long long c = -1, h = -1;
-    if (!leerEntero(carrera, c)) c = -1;
-    if (!leerEntero(caballo, h)) h = -1;
+    const long long c = leerEntero(carrera, kNumeroMaximo).value_or(-1);
+    const long long h = leerEntero(caballo, kNumeroMaximo).value_or(-1);
     const Recordset rs = ctx_.servidor().query(kGrupoYCaballo, {c, fechaTrabajo(ctx_), h, ctx_.session.grupo});
     return rs.empty() ? Row() : rs.first();
 }
@@ -223,9 +211,11 @@ VentaGanadores::Venta VentaGanadores::vender(const Solicitud& s) {
     const double valor = num(g, "valor_ganador") > 0 ? num(g, "valor_ganador") : ses.ajuste("valor_ganador");
     const bool enUnidades = s.unidad == UnidadVenta::Ganadores;
 
-    long long carrera = 0, caballo = 0;
-    const bool carreraLeida = leerEntero(s.carrera, carrera);
-    const bool caballoLeido = leerEntero(s.caballo, caballo);
+    const auto carreraTecleada = leerEntero(s.carrera, kNumeroMaximo);
+    const auto caballoTecleado = leerEntero(s.caballo, kNumeroMaximo);
+    const bool carreraLeida = carreraTecleada.has_value();
+    const bool caballoLeido = caballoTecleado.has_value();
+    const long long carrera = carreraTecleada.value_or(0), caballo = caballoTecleado.value_or(0);
 
     // Step 2: the horse's race-card row. Its key came with the group's
     // parameters; the row is locked by key inside the transaction (a locking

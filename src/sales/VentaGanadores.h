@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Niveles.h"
 #include "core/Recordset.h"
 #include "sales/AjustesLocales.h"
 #include "sales/Tickets.h"
@@ -145,8 +146,6 @@ private:
     std::optional<Impreso> ultimo_;
 };
 
-// Booth levels: the closed-race check of the sale and the void switch apply to them.
-bool esNivelTaquilla(const QString& nivel);
 
 // Titles and texts of the window shared with its tests.
 inline const QString kTituloValidacion = QStringLiteral("Validación del Sistema");

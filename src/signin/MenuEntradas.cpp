@@ -4,13 +4,6 @@ namespace hipico {
 
 using namespace nivel;
 
-const QStringList& todosLosNiveles() {
-    static const QStringList niveles = {Taquilla, Taquilla2,   Gerente,      Remate,
-                                        TablaFija, Total,      Supervisor,   SupervisorTF,
-                                        AdminTF,  AdministradorOculto, Administrador, Socio};
-    return niveles;
-}
-
 namespace {
 
 const QString kVentas = QStringLiteral("&Ventas");

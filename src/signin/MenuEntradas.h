@@ -1,29 +1,14 @@
 #pragma once
 
+#include "core/Niveles.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
 namespace hipico {
 
-// The user levels, as usuarios.nivel holds them (compared exactly).
-namespace nivel {
-inline const QString Administrador = QStringLiteral("Administrador");
-inline const QString AdministradorOculto = QStringLiteral("Administrador Oculto");
-inline const QString Socio = QStringLiteral("Socio");
-inline const QString Gerente = QStringLiteral("Gerente");
-inline const QString Supervisor = QStringLiteral("Supervisor");
-inline const QString SupervisorTF = QStringLiteral("SupervisorTF");
-inline const QString AdminTF = QStringLiteral("AdminTF");
-inline const QString Remate = QStringLiteral("Remate");
-inline const QString TablaFija = QStringLiteral("TablaFija");
-inline const QString Total = QStringLiteral("Total");
-inline const QString Taquilla = QStringLiteral("Taquilla");
-inline const QString Taquilla2 = QStringLiteral("Taquilla2");
-}  // namespace nivel
 
-// Every level, in the order the menu's load compares them.
-const QStringList& todosLosNiveles();
 
 // One entry of the main menu: its name, caption, the menu that holds it, the
 // levels that see it, and the allow-list the entry re-checks when clicked
