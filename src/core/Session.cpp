@@ -4,42 +4,39 @@ namespace hipico {
 
 namespace {
 
-QString texto(const Row& r, const QString& c) { return r.has(c) ? r.text(c) : QString(); }
-double numero(const Row& r, const QString& c) { return r.has(c) ? r.number(c) : 0.0; }
-int entero(const Row& r, const QString& c) { return r.has(c) ? static_cast<int>(r.integer(c)) : 0; }
 
 void parametrosDelGrupo(Session& s, const Row& g) {
-    s.noAut3t = entero(g, "no_aut_3t");
-    s.ticketCobro = entero(g, "ticket_cobro");
-    s.permitirpdiv = entero(g, "permitirpdiv");
-    s.cupoviptf = entero(g, "cupoviptf");
-    s.nameEmpresa = texto(g, "name_empresa");
-    s.rifEmpresa = texto(g, "rif_empresa");
-    s.direccionEmpresa = texto(g, "direccion_empresa");
-    s.tlfEmpresa = texto(g, "tlf_empresa");
-    s.anularBoletoWin = entero(g, "anular_boleto_win");
-    s.cuatroCabVr2 = numero(g, "4cabvr2");
-    s.clientes = entero(g, "clientes");
-    s.duracionBoletos = entero(g, "duracionboletos");
-    s.verBoletosTaq = entero(g, "VerBoletosTaq");
-    s.apuestaMaxwin = entero(g, "apuesta_maxwin");
-    s.reportTaqs = texto(g, "report_taqs");
-    s.ccasarem = entero(g, "ccasarem");
-    s.mascara = entero(g, "mascara");
-    s.minBs = numero(g, "min_bs");
-    s.minDol = numero(g, "min_dol");
-    s.ganadores = entero(g, "ganadores");
-    s.porRemate = texto(g, "por_remate");
-    s.porRematador = texto(g, "por_rematador");
+    s.noAut3t = static_cast<int>(g.integerOr("no_aut_3t"));
+    s.ticketCobro = static_cast<int>(g.integerOr("ticket_cobro"));
+    s.permitirpdiv = static_cast<int>(g.integerOr("permitirpdiv"));
+    s.cupoviptf = static_cast<int>(g.integerOr("cupoviptf"));
+    s.nameEmpresa = g.textOr("name_empresa");
+    s.rifEmpresa = g.textOr("rif_empresa");
+    s.direccionEmpresa = g.textOr("direccion_empresa");
+    s.tlfEmpresa = g.textOr("tlf_empresa");
+    s.anularBoletoWin = static_cast<int>(g.integerOr("anular_boleto_win"));
+    s.cuatroCabVr2 = g.numberOr("4cabvr2");
+    s.clientes = static_cast<int>(g.integerOr("clientes"));
+    s.duracionBoletos = static_cast<int>(g.integerOr("duracionboletos"));
+    s.verBoletosTaq = static_cast<int>(g.integerOr("VerBoletosTaq"));
+    s.apuestaMaxwin = static_cast<int>(g.integerOr("apuesta_maxwin"));
+    s.reportTaqs = g.textOr("report_taqs");
+    s.ccasarem = static_cast<int>(g.integerOr("ccasarem"));
+    s.mascara = static_cast<int>(g.integerOr("mascara"));
+    s.minBs = g.numberOr("min_bs");
+    s.minDol = g.numberOr("min_dol");
+    s.ganadores = static_cast<int>(g.integerOr("ganadores"));
+    s.porRemate = g.textOr("por_remate");
+    s.porRematador = g.textOr("por_rematador");
     s.grupoRow = g;
 }
 
 }  // namespace
 
-double Session::parametro(const QString& columna) const { return numero(grupoRow, columna); }
-QString Session::parametroTexto(const QString& columna) const { return texto(grupoRow, columna); }
-double Session::ajuste(const QString& columna) const { return numero(configuracion, columna); }
-QString Session::ajusteTexto(const QString& columna) const { return texto(configuracion, columna); }
+double Session::parametro(const QString& columna) const { return grupoRow.numberOr(columna); }
+QString Session::parametroTexto(const QString& columna) const { return grupoRow.textOr(columna); }
+double Session::ajuste(const QString& columna) const { return configuracion.numberOr(columna); }
+QString Session::ajusteTexto(const QString& columna) const { return configuracion.textOr(columna); }
 
 QString tituloMenuPrincipal(const Session& s, const QString& estado) {
     QString quien = s.ch;
@@ -51,41 +48,41 @@ QString tituloMenuPrincipal(const Session& s, const QString& estado) {
 
 void cargarIdentidad(Session& s, const Row& u) {
     s.idUsuario = u.has("id_usuario") ? u.integer("id_usuario") : 0;
-    s.usuario = texto(u, "usuario");
-    s.clave = texto(u, "clave");
-    s.grupo = texto(u, "grupo");
-    s.nivel = texto(u, "nivel");
-    s.nombre = texto(u, "nombre");
-    s.estatus = texto(u, "estatus");
-    s.mac = texto(u, "mac");
-    s.fechaIngreso = texto(u, "fecha_ingreso");
+    s.usuario = u.textOr("usuario");
+    s.clave = u.textOr("clave");
+    s.grupo = u.textOr("grupo");
+    s.nivel = u.textOr("nivel");
+    s.nombre = u.textOr("nombre");
+    s.estatus = u.textOr("estatus");
+    s.mac = u.textOr("mac");
+    s.fechaIngreso = u.textOr("fecha_ingreso");
 }
 
 void cargarGrupoUsuario(Session& s, const Row& g) {
-    s.ch = texto(g, "ch");
-    s.subgrupo = texto(g, "subgrupo");
-    s.bloqueo = entero(g, "bloqueo");
-    s.subastas = entero(g, "Subastas");
+    s.ch = g.textOr("ch");
+    s.subgrupo = g.textOr("subgrupo");
+    s.bloqueo = static_cast<int>(g.integerOr("bloqueo"));
+    s.subastas = static_cast<int>(g.integerOr("Subastas"));
 }
 
 void cargarSubgrupo(Session& s, const Row& sg) {
-    s.subgrupoNombre = texto(sg, "nombre");
-    s.subgrupo = texto(sg, "subgrupo");
+    s.subgrupoNombre = sg.textOr("nombre");
+    s.subgrupo = sg.textOr("subgrupo");
 }
 
 void cargarConfiguracion(Session& s, const Row& c) {
     s.configuracion = c;
-    s.fecha = texto(c, "fecha").left(10);
-    s.version = numero(c, "version");
-    s.permitirTf = entero(c, "permitir_tf");
-    s.permitirMc = entero(c, "permitir_mc");
-    s.mora = texto(c, "mora");
-    s.mensaje = texto(c, "mensaje");
-    s.web = texto(c, "web");
-    s.centrarform = entero(c, "centrarform");
-    s.empresa = texto(c, "empresa");
-    s.modoventa = entero(c, "modoventa");
-    s.funtdolar = entero(c, "funtdolar");
+    s.fecha = c.textOr("fecha").left(10);
+    s.version = c.numberOr("version");
+    s.permitirTf = static_cast<int>(c.integerOr("permitir_tf"));
+    s.permitirMc = static_cast<int>(c.integerOr("permitir_mc"));
+    s.mora = c.textOr("mora");
+    s.mensaje = c.textOr("mensaje");
+    s.web = c.textOr("web");
+    s.centrarform = static_cast<int>(c.integerOr("centrarform"));
+    s.empresa = c.textOr("empresa");
+    s.modoventa = static_cast<int>(c.integerOr("modoventa"));
+    s.funtdolar = static_cast<int>(c.integerOr("funtdolar"));
 }
 
 bool cargarParametrosGrupo(Session& s, const Recordset& grupos) {
@@ -99,21 +96,21 @@ bool cargarParametrosGrupo(Session& s, const Recordset& grupos) {
 }
 
 void cambiarGrupo(Session& s, const Row& g) {
-    s.grupo = texto(g, "grupo");
-    s.ch = texto(g, "ch");
-    s.subgrupo = texto(g, "subgrupo");
+    s.grupo = g.textOr("grupo");
+    s.ch = g.textOr("ch");
+    s.subgrupo = g.textOr("subgrupo");
     parametrosDelGrupo(s, g);
 }
 
 void cargarConfLocal(Session& s, const Row& c) {
-    s.confLocal.impresion = entero(c, "impresion");
-    s.confLocal.puerto = texto(c, "puerto");
-    s.confLocal.tamletra = entero(c, "tamletra");
-    s.confLocal.codbarras = entero(c, "codbarras");
-    s.confLocal.ipSecundaria = texto(c, "ip_secundaria");
-    s.confLocal.grupo = texto(c, "grupo");
-    s.confLocal.ip = texto(c, "ip");
-    s.confLocal.server = texto(c, "server");
+    s.confLocal.impresion = static_cast<int>(c.integerOr("impresion"));
+    s.confLocal.puerto = c.textOr("puerto");
+    s.confLocal.tamletra = static_cast<int>(c.integerOr("tamletra"));
+    s.confLocal.codbarras = static_cast<int>(c.integerOr("codbarras"));
+    s.confLocal.ipSecundaria = c.textOr("ip_secundaria");
+    s.confLocal.grupo = c.textOr("grupo");
+    s.confLocal.ip = c.textOr("ip");
+    s.confLocal.server = c.textOr("server");
 }
 
 }  // namespace hipico
