@@ -68,9 +68,21 @@ struct Db::Statement {
     }
 };
 
-Db::Db(const QString& connectionString) : connectionString_(connectionString) {
+Db::Db(const QString& connectionString) : connectionString_(connectionString) { connect(); }
+
+std::string Db::driverString() const {
+    // The driver's own time limits ride behind the connection text: a
+    // connect, a read and a write each give up after a bounded time instead
+    // of waiting forever on a server that went silent.
+    std::string text = connectionString_.toStdString();
+    if (!text.empty() && text.back() != ';') text += ';';
+    return text + "CONN_TIMEOUT=" + std::to_string(kConnectSeconds) + ";READ_TIMEOUT=" +
+           std::to_string(kReadSeconds) + ";WRITE_TIMEOUT=" + std::to_string(kReadSeconds) + ";";
+}
+
+void Db::connect() {
     try {
-        soci::connection_parameters p(soci::odbc, connectionString.toStdString());
+        soci::connection_parameters p(soci::odbc, driverString());
         p.set_option(soci::odbc_option_driver_complete, "0");
         session_ = std::make_unique<soci::session>(p);
     } catch (const soci::odbc_soci_error& e) {
@@ -80,6 +92,26 @@ Db::Db(const QString& connectionString) : connectionString_(connectionString) {
     }
     auto* backend = static_cast<soci::odbc_session_backend*>(session_->get_backend());
     hdbc_ = backend->hdbc_;
+    broken_ = false;
+    // A lock held by another booth is waited for a bounded time, then the
+    // statement fails (and the command tells the user) instead of freezing.
+    execute("SET SESSION innodb_lock_wait_timeout = " + std::to_string(kLockWaitSeconds), {});
+}
+
+void Db::reconnect() {
+    prepared_.clear();
+    recent_.clear();
+    oneShot_.reset();
+    inTransaction_ = false;
+    broken_ = true;
+    session_.reset();
+    hdbc_ = nullptr;
+    connect();
+    ++reconnections_;
+}
+
+void Db::ensureOpen() {
+    if (broken_ && !inTransaction_) reconnect();
 }
 
 Db::~Db() {
@@ -171,24 +203,78 @@ void Db::run(Statement& st, const std::string& sql, const Params& bound) {
                              : SQLExecDirectA(st.handle, (SQLCHAR*)sql.data(), static_cast<SQLINTEGER>(sql.size()));
     if (!SQL_SUCCEEDED(rc) && rc != SQL_NO_DATA) {
         DbError e = diagnose(SQL_HANDLE_STMT, st.handle, sql);
-        SQLFreeStmt(st.handle, SQL_CLOSE);
+        discard(sql);
         throw e;
+    }
+}
+
+void Db::discard(const std::string& sql) {
+    // A statement that failed is never run again: after some failures (a
+    // deadlock chosen by the server) the driver's prepared statement is left
+    // out of step with the server and its next run waits forever. The next
+    // use prepares it afresh.
+    if (oneShot_) oneShot_.reset();
+    auto it = prepared_.find(sql);
+    if (it == prepared_.end()) return;
+    prepared_.erase(it);
+    recent_.remove(sql);
+}
+
+namespace {
+
+// Statements that change nothing: after a lost connection they are simply run again.
+bool isRead(const std::string& sql) {
+    std::size_t i = 0;
+    while (i < sql.size() && std::isspace(static_cast<unsigned char>(sql[i]))) ++i;
+    auto starts = [&](const char* word) {
+        const std::size_t n = std::strlen(word);
+        if (sql.size() - i < n) return false;
+        for (std::size_t k = 0; k < n; ++k)
+            if (std::tolower(static_cast<unsigned char>(sql[i + k])) != word[k]) return false;
+        return true;
+    };
+    return (starts("select") && sql.find("FOR UPDATE") == std::string::npos) || starts("show") || starts("set ");
+}
+
+}  // namespace
+
+template <class F>
+auto Db::withConnection(const std::string& sql, F&& work) -> decltype(work()) {
+    ensureOpen();
+    try {
+        return work();
+    } catch (const DbError& e) {
+        if (!e.isConnectionLost()) throw;
+        broken_ = true;
+        // Outside a transaction a read is run again on a fresh connection;
+        // a write may have reached the server, so it is not repeated here.
+        if (inTransaction_ || !isRead(sql)) throw;
+        reconnect();
+        return work();
     }
 }
 
 long long Db::exec(std::string_view sql, const Params& params) {
     const std::string text(sql);
+    return withConnection(text, [&] { return execute(text, params); });
+}
+
+long long Db::execute(const std::string& text, const Params& params) {
     Statement& st = statement(text, isCacheable(text));
     run(st, text, params);
     SQLLEN rows = 0;
     SQLRowCount(st.handle, &rows);
     // Drain any result so the handle can run again.
     SQLFreeStmt(st.handle, SQL_CLOSE);
-    return rows;
+    return static_cast<long long>(rows);
 }
 
 Recordset Db::query(std::string_view sql, const Params& params) {
     const std::string text(sql);
+    return withConnection(text, [&] { return fetch(text, params); });
+}
+
+Recordset Db::fetch(const std::string& text, const Params& params) {
     Statement& st = statement(text, isCacheable(text));
     run(st, text, params);
 
@@ -230,7 +316,7 @@ Recordset Db::query(std::string_view sql, const Params& params) {
         if (rc == SQL_NO_DATA) break;
         if (!SQL_SUCCEEDED(rc)) {
             DbError e = diagnose(SQL_HANDLE_STMT, st.handle, text);
-            SQLFreeStmt(st.handle, SQL_CLOSE);
+            discard(text);
             throw e;
         }
         QVector<QVariant> values(count);
@@ -254,7 +340,7 @@ Recordset Db::query(std::string_view sql, const Params& params) {
                     if (rc == SQL_NO_DATA) break;
                     if (!SQL_SUCCEEDED(rc)) {
                         DbError e = diagnose(SQL_HANDLE_STMT, st.handle, text);
-                        SQLFreeStmt(st.handle, SQL_CLOSE);
+                        discard(text);
                         throw e;
                     }
                     if (indicator == SQL_NULL_DATA) {
@@ -287,6 +373,7 @@ QVariant Db::scalar(std::string_view sql, const Params& params) {
 long long Db::lastInsertId() { return Row::toInteger(scalar("SELECT LAST_INSERT_ID()")); }
 
 void Db::begin() {
+    ensureOpen();
     try {
         session_->begin();
         inTransaction_ = true;
@@ -296,11 +383,19 @@ void Db::begin() {
 }
 
 void Db::commit() {
+    inTransaction_ = false;
     try {
-        inTransaction_ = false;
         session_->commit();
     } catch (const soci::soci_error&) {
-        rethrow("COMMIT");
+        try {
+            rethrow("COMMIT");
+        } catch (const DbError& e) {
+            if (!e.isConnectionLost()) throw;
+            broken_ = true;
+            // The server may or may not have committed before the connection
+            // broke: the caller must find out (a sale by its token).
+            throw DbError(std::string("resultado desconocido: ") + e.what(), kOutcomeUnknown, e.nativeCode());
+        }
     }
 }
 
@@ -309,8 +404,22 @@ void Db::rollback() {
     try {
         session_->rollback();
     } catch (const soci::soci_error&) {
-        // The connection may already be gone; nothing more to undo here.
+        // The connection may already be gone (the server rolled back); it is
+        // reopened before the next statement.
+        broken_ = true;
     }
+}
+
+bool Db::shouldRetry(const DbError& e, int attempt) const {
+    if (e.outcomeUnknown()) return false;
+    // A deadlock (on a cluster also a conflict found at commit) undoes the
+    // whole transaction: run it again from the start, a few times.
+    if (e.isDeadlock()) return attempt < kDeadlockAttempts;
+    // A connection lost before the commit was sent: the server rolled the
+    // transaction back, nothing of it was written; run it once more on a
+    // fresh connection.
+    if (e.isConnectionLost()) return attempt < 2;
+    return false;
 }
 
 }  // namespace hipico

@@ -30,6 +30,9 @@ public:
     bool isLockTimeout() const { return nativeCode_ == 1205; }
     // The server cannot be reached or the connection broke (gone away, lost
     // during a query, not open).
+    // The connection broke while a transaction was being committed: the
+    // server may or may not have kept it.
+    bool outcomeUnknown() const { return sqlState_ == "08007"; }
     bool isConnectionLost() const {
         return sqlState_.rfind("08", 0) == 0 || nativeCode_ == 2002 || nativeCode_ == 2003 || nativeCode_ == 2006 ||
                nativeCode_ == 2013 || nativeCode_ == 2055;
@@ -62,10 +65,30 @@ public:
     long long lastInsertId();
 
     // Runs fn inside one transaction: committed when fn returns, rolled back
-    // when it throws. A deadlock chosen by the server is retried once. Called
-    // inside a transaction, fn simply joins the one already open.
+    // when it throws. Called inside a transaction, fn simply joins the one
+    // already open. fn may run more than once, so it only works on the
+    // database and its own locals:
+    // - a deadlock chosen by the server (or a conflict a cluster finds at
+    //   commit) runs it again, up to three times in all;
+    // - a connection lost before the commit reopens the connection and runs
+    //   it once more (the server rolled the first run back);
+    // - a connection lost during the commit is reported as a DbError whose
+    //   outcomeUnknown() is true: the caller finds out what the server kept.
+    // Every wait is bounded: a lock wait fails after kLockWaitSeconds, a
+    // silent server after kReadSeconds.
     template <class F>
     auto inTransaction(F&& fn) -> decltype(fn());
+
+    static constexpr int kLockWaitSeconds = 10;
+    static constexpr int kReadSeconds = 30;
+    static constexpr int kConnectSeconds = 5;
+    static constexpr int kDeadlockAttempts = 3;
+    static constexpr const char* kOutcomeUnknown = "08007";
+
+    // How many times this connection was reopened after a loss.
+    int reconnections() const { return reconnections_; }
+    // Reopens the connection now (the prepared statements go with the old one).
+    void reconnect();
 
     void begin();
     void commit();
@@ -77,15 +100,26 @@ public:
 
 private:
     explicit Db(const QString& connectionString);
+    std::string driverString() const;
+    void connect();
+    void ensureOpen();
+    bool shouldRetry(const DbError& e, int attempt) const;
+    template <class F>
+    auto withConnection(const std::string& sql, F&& work) -> decltype(work());
+    long long execute(const std::string& sql, const Params& params);
+    Recordset fetch(const std::string& sql, const Params& params);
     [[noreturn]] void rethrow(const std::string& sql);
     struct Statement;
     Statement& statement(const std::string& sql, bool cacheable);
     void run(Statement& st, const std::string& sql, const Params& params);
+    void discard(const std::string& sql);
 
     QString connectionString_;
     std::unique_ptr<soci::session> session_;
     void* hdbc_ = nullptr;
     bool inTransaction_ = false;
+    bool broken_ = false;
+    int reconnections_ = 0;
     // Statements prepared once and run again with new values (the hot paths
     // of the booth repeat the same few statements all day).
     std::unordered_map<std::string, std::unique_ptr<Statement>> prepared_;
@@ -97,7 +131,7 @@ template <class F>
 auto Db::inTransaction(F&& fn) -> decltype(fn()) {
     // Already inside one: the work joins it and commits or rolls back with it.
     if (inTransaction_) return fn();
-    for (int attempt = 0;; ++attempt) {
+    for (int attempt = 1;; ++attempt) {
         begin();
         try {
             if constexpr (std::is_void_v<decltype(fn())>) {
@@ -110,11 +144,11 @@ auto Db::inTransaction(F&& fn) -> decltype(fn()) {
                 return result;
             }
         } catch (const DbError& e) {
-            rollback();
-            if (e.isDeadlock() && attempt == 0) continue;
+            if (inTransaction_) rollback();
+            if (shouldRetry(e, attempt)) continue;
             throw;
         } catch (...) {
-            rollback();
+            if (inTransaction_) rollback();
             throw;
         }
     }

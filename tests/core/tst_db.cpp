@@ -194,6 +194,37 @@ private slots:
         QCOMPARE(numberOf(db, "SELECT n FROM textos WHERE id = 1"), 2.0);
     }
 
+    void aDeadlockVictimRetriesAndFinishes() {
+        // Two transactions lock two rows in opposite orders; the server picks
+        // one as its victim, which must retry and finish, never hang.
+        Db& db = env->db();
+        db.exec("DELETE FROM textos");
+        db.exec("INSERT INTO textos (id, u, n) VALUES (1, 'a', 0), (2, 'b', 0)");
+        for (int round = 0; round < 5; ++round) {
+            auto a = env->connect();
+            auto b = env->connect();
+            std::atomic<int> locked{0};
+            std::atomic<int> attemptsA{0}, attemptsB{0};
+            auto side = [&](Db& d, int first, int second, std::atomic<int>& attempts) {
+                d.inTransaction([&] {
+                    ++attempts;
+                    d.query("SELECT n FROM textos WHERE id = ? FOR UPDATE", {first});
+                    ++locked;
+                    while (attempts == 1 && locked < 2) std::this_thread::yield();
+                    d.exec("UPDATE textos SET n = n + 1 WHERE id = ?", {second});
+                });
+            };
+            std::atomic<int> done{0};
+            std::thread ta([&] { side(*a, 1, 2, attemptsA); ++done; });
+            std::thread tb([&] { side(*b, 2, 1, attemptsB); ++done; });
+            QTRY_COMPARE_WITH_TIMEOUT(done.load(), 2, 20000);
+            ta.join();
+            tb.join();
+            QCOMPARE(attemptsA + attemptsB, 3);
+        }
+        QCOMPARE(numberOf(db, "SELECT sum(n) FROM textos"), 10.0);
+    }
+
     void errorsCarryTheServersCode() {
         try {
             env->db().exec("INSERT INTO textos (id, u) VALUES (1, 'x'), (1, 'y')");
