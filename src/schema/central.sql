@@ -452,7 +452,8 @@ CREATE TABLE `macuares` (
   PRIMARY KEY (`numero`),
   KEY `ix_macuares_boleto` (`boleto`),
   KEY `ix_macuares_combinacion` (`combinacion`, `fecha`, `grupo`),
-  KEY `ix_macuares_taquilla` (`taquilla`, `numero`)
+  KEY `ix_macuares_taquilla` (`taquilla`, `numero`),
+  KEY `ix_macuares_fecha` (`fecha`, `grupo`)
 ) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
 
 -- Combination tickets of kept days: own key, then the columns of macuares.
@@ -741,6 +742,19 @@ CREATE TABLE `venta_cupo_tf` (
   `cab14` DOUBLE NOT NULL DEFAULT 0,
   PRIMARY KEY (`id`),
   UNIQUE KEY `ux_venta_cupo_tf_ch` (`ch`)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- Every closed working day: who closed it, when, the next day it opened and
+-- the tickets kept per game.
+CREATE TABLE `cierres_dia` (
+  `fecha` VARCHAR(10) NOT NULL,
+  `fecha_nueva` VARCHAR(10) NOT NULL DEFAULT '',
+  `usuario` VARCHAR(45) NOT NULL DEFAULT '',
+  `hora` VARCHAR(15) NOT NULL DEFAULT '',
+  `ganadores` INT NOT NULL DEFAULT 0,
+  `tablafija` INT NOT NULL DEFAULT 0,
+  `macuare` INT NOT NULL DEFAULT 0,
+  PRIMARY KEY (`fecha`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
 -- Daily totals per group: sales, prizes, balance and what is still to pay.

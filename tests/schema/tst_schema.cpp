@@ -103,7 +103,7 @@ private slots:
                             "AND s.TABLE_NAME = t.TABLE_NAME AND s.INDEX_NAME = 'PRIMARY') AS pk "
                             "FROM information_schema.TABLES t WHERE t.TABLE_SCHEMA = ?",
                             {env->config.servidor.base});
-        QCOMPARE(tables.size(), 34);
+        QCOMPARE(tables.size(), 35);
         for (const Row& t : tables) {
             QVERIFY2(t.integer("pk") > 0, qPrintable(t.text("TABLE_NAME")));
             QCOMPARE(t.text("ENGINE"), QString("InnoDB"));
