@@ -86,6 +86,9 @@ void Form_Venta_WIN::construir() {
     encabezado_ = new QLabel(QStringLiteral("VENTA DE GANADORES   ·   CENTRO HIPICO %1   ·   TAQUILLA %2   ·   %3")
                                  .arg(s.ch, s.usuario, fechaVista(s.fecha)));
     encabezado_->setObjectName(QStringLiteral("encabezado"));
+    // On a narrow screen the heading takes two lines instead of widening the
+    // window past a 1024-pixel screen.
+    encabezado_->setWordWrap(true);
     raiz->addWidget(encabezado_);
 
     auto* columnas = new QHBoxLayout;
