@@ -139,7 +139,9 @@ void Form_Carreras::construir() {
     enterVaA(hipodromo_, carrera_);
     enterVaA(carrera_, busqueda_);
     enterEjecuta(busqueda_, [this] { tomarBusqueda(); });
-    enterEjecuta(lista_, [this] { elegirCaballo(lista_->currentIndex().isValid() ? lista_->currentIndex().row() : 0); });
+    enterEjecuta(lista_, [this] {
+        elegirCaballo(lista_->currentIndex().isValid() ? lista_->currentIndex().row() : 0);
+    });
     enterVaA(caballo_, numero_);
     enterEjecuta(numero_, [this] { aceptar(); });
     enterPulsa(aceptar_);

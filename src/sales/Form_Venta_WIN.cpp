@@ -23,6 +23,8 @@ namespace hipico {
 
 namespace {
 
+const QString kTituloResumen = QStringLiteral("RESUMEN DE VENTAS");
+
 QLabel* etiqueta(const QString& texto, const char* clase = "campo") {
     auto* l = new QLabel(texto);
     l->setProperty("class", clase);
@@ -430,14 +432,12 @@ void Form_Venta_WIN::anular() {
 }
 
 void Form_Venta_WIN::imprimirResumen() {
-    const auto desde = ctx_.dialogs.ask(QStringLiteral("RESUMEN DE VENTAS"),
-                                        QStringLiteral("DESDE LA CARRERA (vacío o 0: TODAS)"), QString());
+    const auto desde = ctx_.dialogs.ask(kTituloResumen, QStringLiteral("DESDE LA CARRERA (vacío o 0: TODAS)"));
     if (!desde) return;
     const long long primera = leerEntero(*desde).value_or(0);
     long long ultima = primera;
     if (primera > 0) {
-        const auto hasta =
-            ctx_.dialogs.ask(QStringLiteral("RESUMEN DE VENTAS"), QStringLiteral("HASTA LA CARRERA"), *desde);
+        const auto hasta = ctx_.dialogs.ask(kTituloResumen, QStringLiteral("HASTA LA CARRERA"), *desde);
         if (!hasta) return;
         ultima = leerEntero(*hasta).value_or(0);
         if (ultima <= 0) ultima = primera;

@@ -1,6 +1,5 @@
-#include "gui/Impresoras.h"
+#include "core/Impresoras.h"
 
-#include <QPrinterInfo>
 #include <QProcess>
 
 namespace hipico {
@@ -11,7 +10,5 @@ bool ImpresoraPredeterminada(const QString& nombre) {
     if (!p.waitForFinished(5000)) return false;
     return p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
 }
-
-QString impresoraPorDefecto() { return QPrinterInfo::defaultPrinterName(); }
 
 }  // namespace hipico

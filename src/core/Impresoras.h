@@ -7,7 +7,5 @@ namespace hipico {
 // Makes the named printer the default printer of this user (CUPS). Returns
 // false when the printing system refuses it.
 bool ImpresoraPredeterminada(const QString& nombre);
-// The name of the system's default printer ("" when there is none).
-QString impresoraPorDefecto();
 
 }  // namespace hipico
