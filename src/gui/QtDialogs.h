@@ -10,7 +10,6 @@ namespace hipico {
 class QtDialogs : public Dialogs {
 public:
     explicit QtDialogs(QWidget* parent = nullptr) : parent_(parent) {}
-    void setParent(QWidget* parent) { parent_ = parent; }
     void message(Icon icon, const QString& title, const QString& text) override;
     bool confirm(const QString& title, const QString& text, bool noByDefault, Icon icon) override;
     std::optional<QString> ask(const QString& title, const QString& prompt, const QString& initial) override;
