@@ -2,9 +2,10 @@
 #include "core/Clock.h"
 #include "core/Config.h"
 #include "core/Context.h"
-#include "core/Dialogs.h"
 #include "core/Version.h"
 #include "core/WindowRegistry.h"
+#include "gui/Estilo.h"
+#include "gui/QtDialogs.h"
 #include "signin/Form_MenuPrincipal.h"
 #include "signin/frmLogin.h"
 
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("hipico");
     QApplication::setApplicationVersion(kVersionTexto);
+    aplicarEstilo();
     const QString archivo = Config::locate(app.arguments());
     const Config config = archivo.isEmpty() ? Config() : Config::load(archivo);
     SystemClock clock;

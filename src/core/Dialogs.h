@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 #include <deque>
 #include <optional>
 #include <variant>
-
-class QWidget;
 
 namespace hipico {
 
@@ -27,20 +26,6 @@ public:
     void inform(const QString& title, const QString& text) { message(Icon::Information, title, text); }
     void refuse(const QString& title, const QString& text) { message(Icon::Critical, title, text); }
     void warn(const QString& title, const QString& text) { message(Icon::Warning, title, text); }
-};
-
-// Real boxes on screen (QMessageBox / QInputDialog), over the active window.
-class QtDialogs : public Dialogs {
-public:
-    explicit QtDialogs(QWidget* parent = nullptr) : parent_(parent) {}
-    void setParent(QWidget* parent) { parent_ = parent; }
-    void message(Icon icon, const QString& title, const QString& text) override;
-    bool confirm(const QString& title, const QString& text, bool noByDefault, Icon icon) override;
-    std::optional<QString> ask(const QString& title, const QString& prompt, const QString& initial) override;
-
-private:
-    QWidget* owner() const;
-    QWidget* parent_;
 };
 
 // For tests: answers from a queue and records every box shown. A question or

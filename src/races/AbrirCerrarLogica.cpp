@@ -2,14 +2,12 @@
 
 #include "core/Context.h"
 #include "core/Openers.h"
+#include "core/Textos.h"
 #include "races/Hipodromos.h"
 
 namespace hipico {
 
 namespace {
-
-const QString kTituloCarreras = QStringLiteral("Administración de Carreras");
-const QString kExito = QStringLiteral("Los cambios se han realizado con exito");
 
 // "update carreras set estado_puestos=v" and the flag of each checked pool, in
 // the order winner bets, auction, combination (only when asked for), fixed table.
@@ -67,8 +65,7 @@ QVector<Indicador> AbrirCerrarLogica::indicadores() {
 
 bool AbrirCerrarLogica::botones(int carrera, const Pozos& pozos, int valor) {
     if (!idHipodromo_) {
-        ctx_.dialogs.refuse(QStringLiteral("Verifique e intente nuevamente"),
-                            QStringLiteral("Debe seleccionar un hipodromo"));
+        ctx_.dialogs.refuse(texto::TituloVerifiqueNuevamente, texto::DebeSeleccionarHipodromo);
         return false;
     }
     const QString fecha = leerFecha();
@@ -78,7 +75,7 @@ bool AbrirCerrarLogica::botones(int carrera, const Pozos& pozos, int valor) {
     s.sql += " Where carrera = ? and fecha = ? and id_hipodromo = ? ";
     s.params.insert(s.params.end(), {carrera, fecha, *idHipodromo_});
     ctx_.servidor().exec(s.sql, s.params);
-    ctx_.dialogs.inform(kTituloCarreras, kExito);
+    ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
     return true;
 }
 
@@ -91,8 +88,7 @@ bool AbrirCerrarLogica::carreraActual(int carrera, const Pozos& pozos, int valor
         bool procesada = false;
         for (const Row& r : db.query("SELECT *  FROM carreras  where carrera =? and fecha  = ?  ", {carrera, fecha}))
             procesada = procesada || r.number(QStringLiteral("dividendo")) > 0;
-        if (procesada && !ctx_.dialogs.confirm(QStringLiteral("VERIFIQUE EL PROCESO"),
-                                               QStringLiteral("Esta apunto de abrir una carrera ya procesada"), true,
+        if (procesada && !ctx_.dialogs.confirm(texto::TituloVerifiqueProceso, texto::CarreraYaProcesadaAbrir, true,
                                                Icon::Critical))
             return false;
     }
@@ -112,7 +108,7 @@ bool AbrirCerrarLogica::carreraActual(int carrera, const Pozos& pozos, int valor
     s.params.insert(s.params.end(), {carrera, fecha});
     db.exec(s.sql, s.params);
 
-    ctx_.dialogs.inform(kTituloCarreras, kExito);
+    ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
     ctx_.ponerTituloMenu(tituloMenuPrincipal(
         ctx_.session, QStringLiteral("CARRERA ACTUAL: %1 %2").arg(carrera).arg(valor == 1 ? "ABIERTA" : "CERRADA")));
     return true;

@@ -39,7 +39,6 @@ public:
     // Chooses the track of the indicators and of the Open / Close buttons and
     // reads the working date. False when no track has that name.
     bool elegirHipodromo(const QString& nombre);
-    std::optional<int> hipodromoElegido() const { return idHipodromo_; }
     const QString& fecha() const { return fecha_; }
     // The current race of the system, as last read with the working date.
     int carreraActualDelSistema() const { return carreraActual_; }

@@ -4,6 +4,7 @@
 #include "core/Context.h"
 #include "core/Formato.h"
 #include "core/Openers.h"
+#include "core/Textos.h"
 #include "races/Hipodromos.h"
 
 #include <algorithm>
@@ -13,7 +14,6 @@ namespace hipico {
 
 namespace {
 
-const QString kTituloVerifique = QStringLiteral("Verifique e intente nuevamente");
 const QString kTituloCaballos = QStringLiteral("Mantenimiento de Caballos");
 const QString kTituloMantenimiento = QStringLiteral("Mantenimiento del Sistema");
 const QString kTituloTransferencia = QStringLiteral("Administración de Sistemas");
@@ -32,7 +32,7 @@ bool CarrerasLogica::aceptar(const EntradaCaballo& e) {
     const double apuestaMaxWin = configuracion(ctx_).number(QStringLiteral("apuesta_max_win"));
     const std::optional<int> hipodromo = idHipodromo(ctx_, e.hipodromo);
     if (!hipodromo) {
-        ctx_.dialogs.refuse(kTituloVerifique, QStringLiteral("Debe seleccionar un hipodromo"));
+        ctx_.dialogs.refuse(texto::TituloVerifiqueNuevamente, texto::DebeSeleccionarHipodromo);
         return false;
     }
     // The boxes only take digits; an empty box is stored as 0. Anything else
@@ -40,7 +40,8 @@ bool CarrerasLogica::aceptar(const EntradaCaballo& e) {
     const std::optional<int> carrera = numeroCaja(e.carrera);
     const std::optional<int> numero = numeroCaja(e.numero);
     if (!carrera || !numero) {
-        ctx_.dialogs.refuse(kTituloVerifique, QStringLiteral("EL NUMERO DE CARRERA O DE CABALLO NO ES VALIDO"));
+        ctx_.dialogs.refuse(texto::TituloVerifiqueNuevamente,
+                            QStringLiteral("EL NUMERO DE CARRERA O DE CABALLO NO ES VALIDO"));
         return false;
     }
     Db& db = ctx_.servidor();

@@ -1,10 +1,9 @@
 #include "races/Form_AbrirCerrar.h"
 
 #include "core/Context.h"
-#include "core/FormHelpers.h"
 #include "core/Formato.h"
-#include "races/Hipodromos.h"
-#include "races/Teclado.h"
+#include "gui/Campos.h"
+#include "gui/Teclado.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -25,7 +24,6 @@ const QColor Form_AbrirCerrar::kRojo(192, 0, 0);
 
 namespace {
 
-constexpr int kCarrerasPorDia = 15;
 constexpr int kRefrescoMs = 1000;
 
 QFrame* marco(QWidget* padre) {
@@ -47,11 +45,11 @@ void colorear(QFrame* f, int bandera) {
 }  // namespace
 
 Form_AbrirCerrar::Form_AbrirCerrar(Context& ctx, QWidget* parent)
-    : QWidget(parent, Qt::Window), ctx_(ctx), logica_(ctx) {
-    setObjectName(QStringLiteral("Form_AbrirCerrar"));
-    setWindowTitle(QStringLiteral("ABRIR Y CERRAR CARRERAS"));
+    : Ventana(ctx, parent, QStringLiteral("Form_AbrirCerrar"), QStringLiteral("ABRIR Y CERRAR CARRERAS"),
+              Centrado::SegunAjuste),
+      logica_(ctx) {
     construir();
-    ejecutarAccion(ctx_, [this] { hipodromo_->addItems(logica_.hipodromos()); });
+    proteger([this] { hipodromo_->addItems(logica_.hipodromos()); });
     connect(hipodromo_, &QComboBox::currentIndexChanged, this, &Form_AbrirCerrar::elegirHipodromo);
     elegirHipodromo();
     // The race list starts on the system's current race.
@@ -63,9 +61,7 @@ void Form_AbrirCerrar::construir() {
     hipodromo_ = new QComboBox(this);
     hipodromo_->setObjectName(QStringLiteral("hipodromo"));
     hipodromo_->setMinimumWidth(180);
-    carrera_ = new QComboBox(this);
-    carrera_->setObjectName(QStringLiteral("carrera"));
-    for (int i = 1; i <= kCarrerasPorDia; ++i) carrera_->addItem(QString::number(i));
+    carrera_ = listaCarreras(QStringLiteral("carrera"), this);
 
     auto* pozos = new QGroupBox(QStringLiteral("Pozos"), this);
     ganadores_ = new QCheckBox(QStringLiteral("Ganadores"), pozos);
@@ -127,7 +123,7 @@ void Form_AbrirCerrar::construir() {
     enterVaA(macuare_, tablaFija_);
     enterVaA(tablaFija_, abrir);
     for (QPushButton* b : {abrir, cerrar, abrirActual, cerrarActual}) enterPulsa(b);
-    escCierra(this);
+    primerFoco(hipodromo_);
     ordenTabulacion({hipodromo_, carrera_, ganadores_, remate_, macuare_, tablaFija_, abrir, cerrar, abrirActual,
                  cerrarActual});
 
@@ -142,25 +138,23 @@ void Form_AbrirCerrar::construir() {
 }
 
 void Form_AbrirCerrar::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    if (!centrada_ && ctx_.session.centrarform == 1) CentrarForm(this);
-    centrada_ = true;
+    Ventana::showEvent(event);
     reloj_->start();
 }
 
 void Form_AbrirCerrar::hideEvent(QHideEvent* event) {
     reloj_->stop();
-    QWidget::hideEvent(event);
+    Ventana::hideEvent(event);
 }
 
 void Form_AbrirCerrar::closeEvent(QCloseEvent* event) {
     reloj_->stop();
     ctx_.ponerTituloMenu(logica_.tituloAlCerrar());
-    QWidget::closeEvent(event);
+    Ventana::closeEvent(event);
 }
 
 void Form_AbrirCerrar::elegirHipodromo() {
-    ejecutarAccion(ctx_, [this] {
+    proteger([this] {
         logica_.elegirHipodromo(hipodromo_->currentText());
         pintar(logica_.indicadores());
     });
@@ -174,12 +168,7 @@ void Form_AbrirCerrar::titular() {
 }
 
 void Form_AbrirCerrar::refrescar() {
-    // Every second: the one query of the flags. A failure is not announced
-    // every second; the indicators keep their last state until it passes.
-    try {
-        pintar(logica_.indicadores());
-    } catch (const DbError&) {
-    }
+    enSegundoPlano([this] { pintar(logica_.indicadores()); });
 }
 
 void Form_AbrirCerrar::pintar(const QVector<Indicador>& filas) {
@@ -222,10 +211,10 @@ Pozos Form_AbrirCerrar::pozos() const {
     return {ganadores_->isChecked(), remate_->isChecked(), macuare_->isChecked(), tablaFija_->isChecked()};
 }
 
-int Form_AbrirCerrar::carrera() const { return carrera_->currentText().toInt(); }
+int Form_AbrirCerrar::carrera() const { return static_cast<int>(leerEntero(carrera_->currentText()).value_or(0)); }
 
 void Form_AbrirCerrar::accion(bool (AbrirCerrarLogica::*operacion)(int, const Pozos&)) {
-    ejecutarAccion(ctx_, [&] {
+    proteger([&] {
         if ((logica_.*operacion)(carrera(), pozos())) pintar(logica_.indicadores());
     });
     titular();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Ventana.h"
 #include "races/AbrirCerrarLogica.h"
 
 #include <QColor>
@@ -23,7 +24,7 @@ class Context;
 // the buttons; below, one indicator per race of the day on that track (winner
 // bets, auction and fixed table: green open, red closed), refreshed every
 // second while the window is open.
-class Form_AbrirCerrar : public QWidget {
+class Form_AbrirCerrar : public Ventana<QWidget> {
     Q_OBJECT
 public:
     Form_AbrirCerrar(Context& ctx, QWidget* parent = nullptr);
@@ -40,7 +41,8 @@ public:
         QColor ganadores, remate, tablaFija;
     };
     QVector<Marca> marcas() const;
-    // Reads the flags again (what the timer does every second).
+    // Reads the flags again (what the timer does every second). A failure is
+    // told once, not every second; the indicators keep their last state.
     void refrescar();
 
 protected:
@@ -64,9 +66,7 @@ private:
     int carrera() const;
     void accion(bool (AbrirCerrarLogica::*operacion)(int, const Pozos&));
 
-    Context& ctx_;
     AbrirCerrarLogica logica_;
-    bool centrada_ = false;
     QTimer* reloj_ = nullptr;
 
     QComboBox* hipodromo_ = nullptr;

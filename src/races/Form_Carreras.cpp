@@ -1,19 +1,18 @@
 #include "races/Form_Carreras.h"
 
 #include "core/Context.h"
-#include "core/FormHelpers.h"
 #include "core/Formato.h"
-#include "core/InputFilters.h"
-#include "core/RecordsetModel.h"
+#include "gui/Campos.h"
+#include "gui/Grilla.h"
+#include "gui/RecordsetModel.h"
+#include "gui/Teclado.h"
 #include "races/Hipodromos.h"
-#include "races/Teclado.h"
 
 #include <QComboBox>
 #include <QDateEdit>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -23,43 +22,10 @@
 
 namespace hipico {
 
-namespace {
-
-constexpr int kCarrerasPorDia = 15;
-
-QComboBox* listaCarreras(QWidget* padre, const QString& nombre) {
-    auto* c = new QComboBox(padre);
-    c->setObjectName(nombre);
-    for (int i = 1; i <= kCarrerasPorDia; ++i) c->addItem(QString::number(i));
-    return c;
-}
-
-QTableView* tabla(QWidget* padre, const QString& nombre, RecordsetModel* modelo) {
-    auto* t = new QTableView(padre);
-    t->setObjectName(nombre);
-    t->setModel(modelo);
-    t->setSelectionBehavior(QAbstractItemView::SelectRows);
-    t->setSelectionMode(QAbstractItemView::SingleSelection);
-    t->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    t->verticalHeader()->hide();
-    t->verticalHeader()->setDefaultSectionSize(22);
-    t->horizontalHeader()->setStretchLastSection(true);
-    return t;
-}
-
-QDateEdit* selectorFecha(QWidget* padre, const QString& nombre) {
-    auto* f = new QDateEdit(padre);
-    f->setObjectName(nombre);
-    f->setDisplayFormat(QStringLiteral("dd-MM-yyyy"));
-    f->setCalendarPopup(true);
-    return f;
-}
-
-}  // namespace
-
-Form_Carreras::Form_Carreras(Context& ctx, QWidget* parent) : QWidget(parent, Qt::Window), ctx_(ctx), logica_(ctx) {
-    setObjectName(QStringLiteral("Form_Carreras"));
-    setWindowTitle(QStringLiteral("CARRERAS Y CABALLOS"));
+Form_Carreras::Form_Carreras(Context& ctx, QWidget* parent)
+    : Ventana(ctx, parent, QStringLiteral("Form_Carreras"), QStringLiteral("CARRERAS Y CABALLOS"),
+              Centrado::SegunAjuste),
+      logica_(ctx) {
     construir();
     cargar();
 }
@@ -67,13 +33,13 @@ Form_Carreras::Form_Carreras(Context& ctx, QWidget* parent) : QWidget(parent, Qt
 void Form_Carreras::construir() {
     // The card: date, track and race.
     auto* datos = new QGroupBox(QStringLiteral("Carrera"), this);
-    fecha_ = selectorFecha(datos, QStringLiteral("fecha"));
-    fecha2_ = selectorFecha(datos, QStringLiteral("fecha2"));
+    fecha_ = selectorFecha(QStringLiteral("fecha"), datos);
+    fecha2_ = selectorFecha(QStringLiteral("fecha2"), datos);
     fecha2_->setToolTip(QStringLiteral("Última fecha de las carreras a transferir"));
     hipodromo_ = new QComboBox(datos);
     hipodromo_->setObjectName(QStringLiteral("hipodromo"));
     hipodromo_->setMinimumWidth(180);
-    carrera_ = listaCarreras(datos, QStringLiteral("carrera"));
+    carrera_ = listaCarreras(QStringLiteral("carrera"), datos);
     auto* gDatos = new QGridLayout(datos);
     gDatos->addWidget(new QLabel(QStringLiteral("Fecha:"), datos), 0, 0);
     gDatos->addWidget(fecha_, 0, 1);
@@ -91,7 +57,7 @@ void Form_Carreras::construir() {
     busqueda_->setPlaceholderText(QStringLiteral("Escriba parte del nombre"));
     busqueda_->setMaxLength(100);
     modeloLista_ = new RecordsetModel(this);
-    lista_ = tabla(cab, QStringLiteral("lista"), modeloLista_);
+    lista_ = grillaDe(modeloLista_, QStringLiteral("lista"), cab);
     caballo_ = new QLineEdit(cab);
     caballo_->setObjectName(QStringLiteral("caballo"));
     caballo_->setMaxLength(100);
@@ -120,12 +86,12 @@ void Form_Carreras::construir() {
 
     // The race as entered.
     auto* ver = new QGroupBox(QStringLiteral("Caballos de la carrera"), this);
-    verCarrera_ = listaCarreras(ver, QStringLiteral("verCarrera"));
+    verCarrera_ = listaCarreras(QStringLiteral("verCarrera"), ver);
     verCarrera_->setEditable(true);
     verCarrera_->setInsertPolicy(QComboBox::NoInsert);
     verCarrera_->setFixedWidth(70);
     modeloGrilla_ = new RecordsetModel(this);
-    grilla_ = tabla(ver, QStringLiteral("grilla"), modeloGrilla_);
+    grilla_ = grillaDe(modeloGrilla_, QStringLiteral("grilla"), ver);
     auto* vVer = new QVBoxLayout(ver);
     auto* fila = new QHBoxLayout;
     fila->addWidget(new QLabel(QStringLiteral("Carrera:"), ver));
@@ -172,23 +138,16 @@ void Form_Carreras::construir() {
     enterVaA(fecha2_, hipodromo_);
     enterVaA(hipodromo_, carrera_);
     enterVaA(carrera_, busqueda_);
-    EnterMovesOn::install(busqueda_, [this] {
-        tomarBusqueda();
-        return true;
-    });
-    EnterMovesOn::install(lista_, [this] {
+    enterEjecuta(busqueda_, [this] { tomarBusqueda(); });
+    enterEjecuta(lista_, [this] {
         elegirCaballo(lista_->currentIndex().isValid() ? lista_->currentIndex().row() : 0);
-        return true;
     });
     enterVaA(caballo_, numero_);
-    EnterMovesOn::install(numero_, [this] {
-        aceptar();
-        return true;
-    });
+    enterEjecuta(numero_, [this] { aceptar(); });
     enterPulsa(aceptar_);
     enterPulsa(eliminarCaballo_);
     busqueda_->installEventFilter(this);
-    escCierra(this);
+    primerFoco(busqueda_);
     ordenTabulacion({fecha_, fecha2_, hipodromo_, carrera_, busqueda_, lista_, caballo_, numero_, aceptar_,
                  eliminarCaballo_, verCarrera_, grilla_, transferir, borrarCarrera, viejas, remates, boletos});
 
@@ -203,11 +162,11 @@ void Form_Carreras::construir() {
     connect(transferir, &QPushButton::clicked, this, &Form_Carreras::transferir);
     connect(borrarCarrera, &QPushButton::clicked, this, &Form_Carreras::eliminarCarrera);
     connect(viejas, &QPushButton::clicked, this,
-            [this] { ejecutarAccion(ctx_, [this] { logica_.eliminarCarrerasViejas(fecha_->date()); }); });
+            [this] { proteger([this] { logica_.eliminarCarrerasViejas(fecha_->date()); }); });
     connect(remates, &QPushButton::clicked, this,
-            [this] { ejecutarAccion(ctx_, [this] { logica_.eliminarRematesViejos(fecha_->date()); }); });
+            [this] { proteger([this] { logica_.eliminarRematesViejos(fecha_->date()); }); });
     connect(boletos, &QPushButton::clicked, this,
-            [this] { ejecutarAccion(ctx_, [this] { logica_.eliminarBoletosViejos(fecha_->date()); }); });
+            [this] { proteger([this] { logica_.eliminarBoletosViejos(fecha_->date()); }); });
 }
 
 void Form_Carreras::cargar() {
@@ -215,19 +174,12 @@ void Form_Carreras::cargar() {
     if (!dia.isValid()) dia = ctx_.clock.today();
     fecha_->setDate(dia);
     fecha2_->setDate(dia);
-    ejecutarAccion(ctx_, [this] {
+    proteger([this] {
         hipodromo_->addItems(logica_.hipodromos());
         hipodromo_->setCurrentIndex(-1);  // a track is chosen for every card
-        buscar(QString());
+        mostrarCaballos(QString());
         mostrarGrilla(logica_.llenarGrilla(fecha_->date(), verCarrera_->currentText()));
     });
-}
-
-void Form_Carreras::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    if (!centrada_ && ctx_.session.centrarform == 1) CentrarForm(this);
-    centrada_ = true;
-    busqueda_->setFocus();
 }
 
 bool Form_Carreras::eventFilter(QObject* watched, QEvent* event) {
@@ -247,12 +199,11 @@ EntradaCaballo Form_Carreras::entrada() const {
 
 void Form_Carreras::aceptar() {
     const EntradaCaballo e = entrada();
-    bool hecho = false;
-    ejecutarAccion(ctx_, [&] {
-        hecho = logica_.aceptar(e);
-        if (!hecho) return;
+    const bool hecho = proteger([&] {
+        if (!logica_.aceptar(e)) return false;
         verCarrera_->setCurrentText(e.carrera);
         mostrarGrilla(logica_.llenarGrilla(e.fecha, e.carrera));
+        return true;
     });
     if (!hecho) return;
     fecha2_->setDate(fecha_->date());
@@ -263,10 +214,13 @@ void Form_Carreras::aceptar() {
     busqueda_->setFocus();
 }
 
+// The names follow what is typed: a failure is told once, not per key.
 void Form_Carreras::buscar(const QString& texto) {
-    ejecutarAccion(ctx_, [&] {
-        modeloLista_->setRecordset(logica_.buscarCaballos(texto), {{QStringLiteral(" CABALLO "), "nombre", {}}});
-    });
+    enSegundoPlano([&] { mostrarCaballos(texto); });
+}
+
+void Form_Carreras::mostrarCaballos(const QString& texto) {
+    modeloLista_->setRecordset(logica_.buscarCaballos(texto), {{QStringLiteral(" CABALLO "), "nombre", {}}});
 }
 
 void Form_Carreras::elegirCaballo(int fila) {
@@ -293,16 +247,15 @@ void Form_Carreras::tomarBusqueda() {
 }
 
 void Form_Carreras::eliminarCaballo() {
-    ejecutarAccion(ctx_, [this] {
-        if (logica_.eliminarCaballo(caballo_->text())) {
-            caballo_->clear();
-            buscar(busqueda_->text());
-        }
+    proteger([this] {
+        if (!logica_.eliminarCaballo(caballo_->text())) return;
+        caballo_->clear();
+        mostrarCaballos(busqueda_->text());
     });
 }
 
 void Form_Carreras::verCarrera(bool conHipodromo) {
-    ejecutarAccion(ctx_, [&] {
+    proteger([&] {
         const QString carrera = verCarrera_->currentText();
         mostrarGrilla(conHipodromo ? logica_.llenarGrillaHipodromo(fecha_->date(), carrera, hipodromo_->currentText())
                                    : logica_.llenarGrilla(fecha_->date(), carrera));
@@ -319,14 +272,14 @@ void Form_Carreras::mostrarGrilla(Recordset rs) {
 }
 
 void Form_Carreras::transferir() {
-    ejecutarAccion(ctx_, [this] {
+    proteger([this] {
         if (logica_.transferirCarreras(fecha_->date(), fecha2_->date()))
             mostrarGrilla(logica_.llenarGrilla(fecha_->date(), verCarrera_->currentText()));
     });
 }
 
 void Form_Carreras::eliminarCarrera() {
-    ejecutarAccion(ctx_, [this] {
+    proteger([this] {
         logica_.eliminarCarrera(fecha_->date(), carrera_->currentText(), hipodromo_->currentText());
         mostrarGrilla(logica_.llenarGrilla(fecha_->date(), verCarrera_->currentText()));
     });

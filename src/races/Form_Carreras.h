@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Ventana.h"
 #include "races/CarrerasLogica.h"
 
 #include <QWidget>
@@ -21,7 +22,7 @@ class RecordsetModel;
 // moves from field to field, in the name search Enter (or Down and Enter)
 // takes the name, Enter in the number box accepts the horse and the focus
 // goes back to the search box for the next one.
-class Form_Carreras : public QWidget {
+class Form_Carreras : public Ventana<QWidget> {
     Q_OBJECT
 public:
     Form_Carreras(Context& ctx, QWidget* parent = nullptr);
@@ -29,7 +30,6 @@ public:
     CarrerasLogica& logica() { return logica_; }
 
 protected:
-    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -37,6 +37,7 @@ private:
     void cargar();
     void aceptar();
     void buscar(const QString& texto);
+    void mostrarCaballos(const QString& texto);
     void elegirCaballo(int fila);
     void tomarBusqueda();
     void eliminarCaballo();
@@ -46,9 +47,7 @@ private:
     void eliminarCarrera();
     EntradaCaballo entrada() const;
 
-    Context& ctx_;
     CarrerasLogica logica_;
-    bool centrada_ = false;
 
     QDateEdit* fecha_ = nullptr;
     QDateEdit* fecha2_ = nullptr;

@@ -1,7 +1,10 @@
 #include "races/Hipodromos.h"
 
 #include "core/Context.h"
+#include "core/Formato.h"
 #include "core/Openers.h"
+
+#include <limits>
 
 namespace hipico {
 
@@ -22,23 +25,10 @@ std::optional<int> idHipodromo(Context& ctx, const QString& nombre) {
 }
 
 std::optional<int> numeroCaja(const QString& texto) {
-    const QString t = texto.trimmed();
-    if (t.isEmpty()) return 0;
-    bool ok = false;
-    const int n = t.toInt(&ok);
-    if (!ok || n < 0) return std::nullopt;
-    return n;
-}
-
-bool ejecutarAccion(Context& ctx, const std::function<void()>& accion) {
-    try {
-        accion();
-        return true;
-    } catch (const DbError& e) {
-        ctx.dialogs.refuse(QStringLiteral("ERROR DE BASE DE DATOS"),
-                           QStringLiteral("NO SE PUDO COMPLETAR LA OPERACION: ") + e.text());
-        return false;
-    }
+    if (texto.trimmed().isEmpty()) return 0;
+    const std::optional<long long> n = leerEntero(texto, std::numeric_limits<int>::max());
+    if (!n) return std::nullopt;
+    return static_cast<int>(*n);
 }
 
 }  // namespace hipico

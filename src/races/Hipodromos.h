@@ -2,7 +2,6 @@
 
 #include <QString>
 #include <QStringList>
-#include <functional>
 #include <optional>
 
 namespace hipico {
@@ -21,10 +20,5 @@ std::optional<int> idHipodromo(Context& ctx, const QString& nombre);
 // A number typed in a race or horse number box: an empty box counts as 0;
 // nullopt when the text is not a whole number that fits the column.
 std::optional<int> numeroCaja(const QString& texto);
-
-// Runs one action of a window: a database failure ends the action with a
-// message (critical icon) instead of ending the program. Returns whether the
-// action ran to its end.
-bool ejecutarAccion(Context& ctx, const std::function<void()>& accion);
 
 }  // namespace hipico

@@ -1,15 +1,14 @@
 #include "sales/Form_ConfImpresion.h"
 
-#include "core/InputFilters.h"
+#include "core/Context.h"
+#include "gui/Teclado.h"
 
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
@@ -27,12 +26,9 @@ QComboBox* siNo(const char* nombre, bool si) {
 
 }  // namespace
 
-Form_ConfImpresion::Form_ConfImpresion(Context& ctx, QWidget* parent) : QWidget(parent), logica_(ctx) {
-    setObjectName(QStringLiteral("Form_ConfImpresion"));
-    setWindowTitle(QStringLiteral("Configuración de Impresión"));
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowFlag(Qt::Window);
-    const ConfLocal conf = logica_.cargar();
+Form_ConfImpresion::Form_ConfImpresion(Context& ctx, QWidget* parent)
+    : Ventana(ctx, parent, QStringLiteral("Form_ConfImpresion"), kTituloConfImpresion), logica_(ctx) {
+    const ConfLocal conf = intentar([this] { return logica_.cargar(); }).value_or(ctx.session.confLocal);
 
     puerto_ = new QComboBox;
     puerto_->setObjectName(QStringLiteral("Combo_Puerto"));
@@ -55,7 +51,7 @@ Form_ConfImpresion::Form_ConfImpresion(Context& ctx, QWidget* parent) : QWidget(
     auto* ayuda = new QLabel(QStringLiteral("WINDOWS2: impresora predeterminada (gráfica, con código de barras)\n"
                                             "WINDOWS: cola compartida X de este equipo (texto)\n"
                                             "Otro valor: puerto o archivo (texto)"));
-    ayuda->setStyleSheet(QStringLiteral("color: #52606d;"));
+    ayuda->setObjectName(QStringLiteral("ayuda"));
 
     auto* guardar = new QPushButton(QStringLiteral("Guardar"));
     guardar->setObjectName(QStringLiteral("Boton_Guardar"));
@@ -82,16 +78,19 @@ Form_ConfImpresion::Form_ConfImpresion(Context& ctx, QWidget* parent) : QWidget(
     connect(cerrar, &QPushButton::clicked, this, &QWidget::close);
     guardar->setAutoDefault(true);
     prueba->setAutoDefault(true);
-    new QShortcut(QKeySequence(Qt::Key_Escape), this, [this] { close(); });
-    puerto_->setFocus();
+    primerFoco(puerto_);
 }
 
 ConfImpresion::Valores Form_ConfImpresion::valores() const {
     return {puerto_->currentText(), imprimir_->currentIndex() == 0, tamLetra_->value(), barras_->currentIndex() == 0};
 }
 
-void Form_ConfImpresion::Guardar_Click() { logica_.guardar(valores()); }
+void Form_ConfImpresion::Guardar_Click() {
+    proteger([this] { return logica_.guardar(valores()); });
+}
 
-void Form_ConfImpresion::Prueba_Click() { logica_.imprimirPrueba(valores()); }
+void Form_ConfImpresion::Prueba_Click() {
+    proteger([this] { return logica_.imprimirPrueba(valores()); });
+}
 
 }  // namespace hipico

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Ventana.h"
 #include "sales/ConfImpresion.h"
 
 #include <QWidget>
@@ -13,7 +14,7 @@ class Context;
 
 // The print settings window: mode or port, printing "SI"/"NO", font size,
 // barcode "SI"/"NO", Save and a test page.
-class Form_ConfImpresion : public QWidget {
+class Form_ConfImpresion : public Ventana<QWidget> {
     Q_OBJECT
 public:
     Form_ConfImpresion(Context& ctx, QWidget* parent = nullptr);

@@ -2,40 +2,30 @@
 
 #include "core/Context.h"
 #include "core/Formato.h"
-#include "core/InputFilters.h"
+#include "gui/Campos.h"
+#include "gui/Grilla.h"
+#include "gui/Teclado.h"
 
 #include <QComboBox>
 #include <QDateEdit>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
 namespace hipico {
 
 Form_RPT_CuadreTaqWIn::Form_RPT_CuadreTaqWIn(Context& ctx, QWidget* parent)
-    : QWidget(parent), ctx_(ctx), logica_(ctx) {
-    setObjectName(QStringLiteral("Form_RPT_CuadreTaqWIn"));
-    setWindowTitle(QStringLiteral("CUADRE POR TAQUILLA - GANADORES"));
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowFlag(Qt::Window);
-
-    fecha_ = new QDateEdit;
-    fecha_->setObjectName(QStringLiteral("DTPicker1"));
-    fecha_->setCalendarPopup(true);
-    fecha_->setDisplayFormat(QStringLiteral("dd-MM-yyyy"));
+    : Ventana(ctx, parent, QStringLiteral("Form_RPT_CuadreTaqWIn"), QStringLiteral("CUADRE POR TAQUILLA - GANADORES"),
+              Centrado::SegunAjuste),
+      logica_(ctx) {
+    fecha_ = selectorFecha(QStringLiteral("DTPicker1"));
     const QDate hoy = desdeFechaSql(ctx.session.fecha);
     fecha_->setDate(hoy.isValid() ? hoy : ctx.clock.today());
     grupo_ = new QComboBox;
     grupo_->setObjectName(QStringLiteral("Combo_Grupo"));
-    try {
-        grupo_->addItems(logica_.grupos());
-    } catch (const DbError& e) {
-        ctx.dialogs.refuse(QStringLiteral(" Busqueda "), e.text());
-    }
+    grupo_->addItems(intentar([this] { return logica_.grupos(); }).value_or(QStringList()));
     auto* buscar = new QPushButton(QStringLiteral("Buscar"));
     buscar->setObjectName(QStringLiteral("Boton_Buscar"));
     buscar->setAutoDefault(true);
@@ -49,16 +39,12 @@ Form_RPT_CuadreTaqWIn::Form_RPT_CuadreTaqWIn(Context& ctx, QWidget* parent)
     filtros->addStretch(1);
 
     grilla_ = new QTableWidget(0, 6);
-    grilla_->setObjectName(QStringLiteral("Grilla"));
+    prepararGrilla(grilla_, QStringLiteral("Grilla"), AnchoColumnas::Repartido);
     grilla_->setHorizontalHeaderLabels({QStringLiteral(" TAQUILLA "), QStringLiteral(" FECHA "),
                                         QStringLiteral(" JUGADO "), QStringLiteral(" COBRADO "),
                                         QStringLiteral(" POR PAGAR "), QStringLiteral(" TOTAL ")});
-    grilla_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    grilla_->verticalHeader()->hide();
-    grilla_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grilla_->setSelectionBehavior(QAbstractItemView::SelectRows);
     total_ = new QLabel;
-    total_->setStyleSheet(QStringLiteral("font-weight: bold;"));
+    total_->setObjectName(QStringLiteral("totales"));
 
     auto* raiz = new QVBoxLayout(this);
     raiz->addLayout(filtros);
@@ -68,12 +54,15 @@ Form_RPT_CuadreTaqWIn::Form_RPT_CuadreTaqWIn(Context& ctx, QWidget* parent)
     EnterMovesOn::install(fecha_);
     EnterMovesOn::install(grupo_);
     connect(buscar, &QPushButton::clicked, this, &Form_RPT_CuadreTaqWIn::Buscar_Click);
-    new QShortcut(QKeySequence(Qt::Key_Escape), this, [this] { close(); });
+    primerFoco(fecha_);
     resize(820, 460);
 }
 
 void Form_RPT_CuadreTaqWIn::Buscar_Click() {
-    const auto filas = logica_.buscar(fecha_->date(), grupo_->currentText());
+    proteger([this] { mostrar(logica_.buscar(fecha_->date(), grupo_->currentText())); });
+}
+
+void Form_RPT_CuadreTaqWIn::mostrar(const QVector<CuadreTaquillas::Fila>& filas) {
     const bool dolares = ctx_.session.enDolares();
     grilla_->setRowCount(0);
     double jugado = 0, cobrado = 0, porPagar = 0, total = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Ventana.h"
 #include "sales/CuadreTaquillas.h"
 
 #include <QWidget>
@@ -15,7 +16,7 @@ class Context;
 
 // Booth summary of winner bets for managers: a date and a group ("TODOS"),
 // one row per booth with what it sold, paid and still owes.
-class Form_RPT_CuadreTaqWIn : public QWidget {
+class Form_RPT_CuadreTaqWIn : public Ventana<QWidget> {
     Q_OBJECT
 public:
     Form_RPT_CuadreTaqWIn(Context& ctx, QWidget* parent = nullptr);
@@ -24,7 +25,8 @@ public:
     QTableWidget* grilla() const { return grilla_; }
 
 private:
-    Context& ctx_;
+    void mostrar(const QVector<CuadreTaquillas::Fila>& filas);
+
     CuadreTaquillas logica_;
     QDateEdit* fecha_ = nullptr;
     QComboBox* grupo_ = nullptr;

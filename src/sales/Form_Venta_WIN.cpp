@@ -2,7 +2,7 @@
 
 #include "core/Context.h"
 #include "core/Formato.h"
-#include "core/InputFilters.h"
+#include "gui/Teclado.h"
 
 #include <QAction>
 #include <QFrame>
@@ -23,28 +23,7 @@ namespace hipico {
 
 namespace {
 
-const char* const kEstilo = R"(
-QMainWindow, QWidget#fondo { background: #eef1f5; }
-QLabel#encabezado { background: #16324f; color: white; font-size: 15pt; font-weight: bold; padding: 8px 12px; }
-QGroupBox { font-weight: bold; color: #16324f; border: 1px solid #b8c2cf; border-radius: 6px; margin-top: 14px;
-            background: white; }
-QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; }
-QLineEdit { font-size: 16pt; padding: 3px 6px; border: 1px solid #8a99ab; border-radius: 4px; background: white; }
-QLineEdit:focus { border: 2px solid #1f6feb; background: #fffbe6; }
-QLabel.campo { font-size: 12pt; font-weight: bold; color: #33475b; }
-QLabel#nombreCaballo { font-size: 13pt; font-weight: bold; color: #0b5a2a; }
-QLabel#ultimoBoleto { font-size: 11pt; color: #16324f; background: #e4f0ff; border-radius: 4px; padding: 6px; }
-QLabel#resultadoCobro { font-size: 14pt; font-weight: bold; color: #0b5a2a; }
-QLabel.total { font-size: 12pt; font-family: monospace; }
-QPushButton { font-size: 11pt; font-weight: bold; padding: 6px 12px; border-radius: 4px; background: #dfe6ee;
-              border: 1px solid #8a99ab; }
-QPushButton:focus { border: 2px solid #1f6feb; }
-QPushButton#Boton_Procesar { background: #1d7a3a; color: white; font-size: 14pt; }
-QPushButton#Boton_Cobrar_Boleto2 { background: #b05a00; color: white; }
-QPushButton:disabled, QPushButton#Boton_Cobrar_Boleto2:disabled { background: #eceff3; color: #9aa5b1; }
-QFrame#frameClave { background: #fff1d6; border: 2px solid #d08a00; border-radius: 6px; }
-QListWidget, QLabel#cabeceraCaballos { font-size: 11pt; font-family: monospace; }
-)";
+const QString kTituloResumen = QStringLiteral("RESUMEN DE VENTAS");
 
 QLabel* etiqueta(const QString& texto, const char* clase = "campo") {
     auto* l = new QLabel(texto);
@@ -61,26 +40,25 @@ QLineEdit* caja(const char* nombre, int largo) {
 
 }  // namespace
 
-Form_Venta_WIN::Form_Venta_WIN(Context& ctx, QWidget* parent) : QMainWindow(parent), ctx_(ctx), logica_(ctx) {
-    setObjectName(QStringLiteral("Form_Venta_WIN"));
-    setWindowTitle(QStringLiteral("VENTA DE GANADORES"));
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowFlag(Qt::Window);
-    logica_.cargar();
+Form_Venta_WIN::Form_Venta_WIN(Context& ctx, QWidget* parent)
+    : Ventana(ctx, parent, QStringLiteral("Form_Venta_WIN"), QStringLiteral("VENTA DE GANADORES")), logica_(ctx) {
     construir();
+    long long carrera = 0;
+    const bool cargada = proteger([&] {
+        logica_.cargar();
+        carrera = logica_.carreraDelGrupo();
+    });
     mostrarUnidad();
-    cargarCarreras();
-    const long long carrera = logica_.carreraDelGrupo();
-    if (carrera > 0) textCarrera_->setText(QString::number(carrera));
-    cargarCorredores();
-    bton_buscar_Click();
+    if (cargada) {
+        // The window starts on the group's open race, in the horse box.
+        if (carrera > 0) textCarrera_->setText(QString::number(carrera));
+        bton_buscar_Click();
+    }
     resize(1180, 720);
-    textCarrera_->setFocus();
-    if (carrera > 0) textCaballo_->setFocus();
+    primerFoco(carrera > 0 ? textCaballo_ : textCarrera_);
 }
 
 void Form_Venta_WIN::construir() {
-    setStyleSheet(QString::fromLatin1(kEstilo));
     const Session& s = ctx_.session;
 
     // Menu
@@ -98,7 +76,7 @@ void Form_Venta_WIN::construir() {
     accionBolivares_->setCheckable(true);
     opciones->addSeparator();
     QAction* reimprimir = opciones->addAction(QStringLiteral("Reimprimir Ultimo Boleto"), this,
-                                              [this] { logica_.reimprimir(); });
+                                              [this] { proteger([this] { return logica_.reimprimir(); }); });
     reimprimir->setShortcut(QKeySequence(Qt::Key_F9));
     opciones->addSeparator();
     opciones->addAction(QStringLiteral("Salir"), this, &QWidget::close);
@@ -110,6 +88,9 @@ void Form_Venta_WIN::construir() {
     encabezado_ = new QLabel(QStringLiteral("VENTA DE GANADORES   ·   CENTRO HIPICO %1   ·   TAQUILLA %2   ·   %3")
                                  .arg(s.ch, s.usuario, fechaVista(s.fecha)));
     encabezado_->setObjectName(QStringLiteral("encabezado"));
+    // On a narrow screen the heading takes two lines instead of widening the
+    // window past a 1024-pixel screen.
+    encabezado_->setWordWrap(true);
     raiz->addWidget(encabezado_);
 
     auto* columnas = new QHBoxLayout;
@@ -244,27 +225,13 @@ void Form_Venta_WIN::construir() {
         QStringLiteral("Enter: siguiente / vender    F2: venta    F5: cobro    F9: reimprimir    Esc: cancelar"));
 
     // Keyboard flow
-    setTabOrder(textCarrera_, textCaballo_);
-    setTabOrder(textCaballo_, textCliente_);
-    setTabOrder(textCliente_, textMonto_);
-    setTabOrder(textMonto_, botonProcesar_);
-    setTabOrder(botonProcesar_, textCobro_);
-    setTabOrder(textCobro_, botonCobrar_);
+    ordenTabulacion({textCarrera_, textCaballo_, textCliente_, textMonto_, botonProcesar_, textCobro_, botonCobrar_});
     EnterMovesOn::install(textCarrera_);
     EnterMovesOn::install(textCaballo_);
     EnterMovesOn::install(textCliente_);
-    EnterMovesOn::install(textMonto_, [this] {
-        Boton_Procesar_Click();
-        return true;
-    });
-    EnterMovesOn::install(textClave_, [this] {
-        Text_Clave_Enter();
-        return true;
-    });
-    EnterMovesOn::install(textCobro_, [this] {
-        Text_boletoCobro_Enter();
-        return true;
-    });
+    enterEjecuta(textMonto_, [this] { Boton_Procesar_Click(); });
+    enterEjecuta(textClave_, [this] { Text_Clave_Enter(); });
+    enterEjecuta(textCobro_, [this] { Text_boletoCobro_Enter(); });
 
     connect(botonProcesar_, &QPushButton::clicked, this, &Form_Venta_WIN::Boton_Procesar_Click);
     connect(botonCobrar_, &QPushButton::clicked, this, &Form_Venta_WIN::Boton_Cobrar_Boleto2_Click);
@@ -278,8 +245,8 @@ void Form_Venta_WIN::construir() {
         resultadoCobro_->clear();
     });
 
-    // Window-wide keys: they reach the window whichever box has the focus.
-    new QShortcut(QKeySequence(Qt::Key_Escape), this, [this] { Escape(); });
+    // Window-wide keys: they reach the window whichever box has the focus (Esc
+    // too, through teclaEscape).
     new QShortcut(QKeySequence(Qt::Key_F2), this, [this] { textCaballo_->setFocus(); });
     new QShortcut(QKeySequence(Qt::Key_F5), this, [this] { limpiarCobro(); });
 
@@ -298,40 +265,43 @@ void Form_Venta_WIN::mostrarUnidad() {
 }
 
 void Form_Venta_WIN::cambiarUnidad(UnidadVenta u) {
-    if (logica_.cambiarUnidad(u)) {
+    if (proteger([&] { return logica_.cambiarUnidad(u); })) {
         textMonto_->clear();
         textMonto_->setFocus();
     }
     mostrarUnidad();
 }
 
+// The lists refresh by themselves (the races every 15 seconds, the runners as
+// the race is typed): a failure is told once, not on every refresh.
 void Form_Venta_WIN::cargarCarreras() {
-    try {
-        const auto lista = logica_.carreras();
-        listaCarreras_->clear();
-        for (const auto& c : lista) {
-            auto* item = new QListWidgetItem(QStringLiteral("CARRERA %1   %2")
-                                                 .arg(c.carrera, 2)
-                                                 .arg(c.abierta ? QStringLiteral("ABIERTA") : QStringLiteral("CERRADA")));
-            item->setForeground(c.abierta ? QColor(0, 140, 0) : QColor(192, 0, 0));
-            listaCarreras_->addItem(item);
-        }
-    } catch (const DbError&) {
-        // The list is refreshed again by the timer.
-    }
+    enSegundoPlano([this] { mostrarCarreras(); });
 }
 
 void Form_Venta_WIN::cargarCorredores() {
+    enSegundoPlano([this] { mostrarCorredores(); });
+}
+
+void Form_Venta_WIN::mostrarCarreras() {
+    const auto lista = logica_.carreras();
+    listaCarreras_->clear();
+    for (const auto& c : lista) {
+        auto* item = new QListWidgetItem(QStringLiteral("CARRERA %1   %2")
+                                             .arg(c.carrera, 2)
+                                             .arg(c.abierta ? QStringLiteral("ABIERTA") : QStringLiteral("CERRADA")));
+        item->setForeground(c.abierta ? QColor(0, 140, 0) : QColor(192, 0, 0));
+        listaCarreras_->addItem(item);
+    }
+}
+
+void Form_Venta_WIN::mostrarCorredores() {
     corredores_.clear();
     listaCorredores_->clear();
-    bool ok = false;
-    const long long carrera = textCarrera_->text().toLongLong(&ok);
-    if (ok && carrera > 0) {
-        try {
-            corredores_ = logica_.corredores(carrera);
-        } catch (const DbError&) {
-        }
-    }
+    ventasCaballos_->clear();
+    mostrarNombreCaballo();
+    const long long carrera = leerEntero(textCarrera_->text()).value_or(0);
+    if (carrera <= 0) return;
+    corredores_ = logica_.corredores(carrera);
     for (const auto& c : corredores_) {
         auto* item = new QListWidgetItem(
             QStringLiteral("%1  %2").arg(c.numero, 2).arg(c.retirado ? QStringLiteral(" R  E  T  I  R  A  D  O ") : c.nombre));
@@ -339,26 +309,18 @@ void Form_Venta_WIN::cargarCorredores() {
         listaCorredores_->addItem(item);
     }
     mostrarNombreCaballo();
-    try {
-        ventasCaballos_->clear();
-        if (ok && carrera > 0)
-            for (const auto& v : logica_.Calcular_VentasCaballos(carrera))
-                ventasCaballos_->addItem(QString(8, QLatin1Char(' ')) + QStringLiteral("%1%2")
-                                                                       .arg(v.caballo, 7)
-                                                                       .arg(logica_.montoPantalla(
-                                                                                v.unidades * logica_.valorGanador()),
-                                                                            15));
-    } catch (const DbError&) {
-    }
+    for (const auto& v : logica_.Calcular_VentasCaballos(carrera))
+        ventasCaballos_->addItem(
+            QString(8, QLatin1Char(' ')) +
+            QStringLiteral("%1%2").arg(v.caballo, 7).arg(logica_.montoPantalla(v.unidades * logica_.valorGanador()), 15));
 }
 
 void Form_Venta_WIN::mostrarNombreCaballo() {
-    bool ok = false;
-    const long long n = textCaballo_->text().toLongLong(&ok);
+    const std::optional<long long> n = leerEntero(textCaballo_->text());
     QString nombre;
-    if (ok)
+    if (n)
         for (const auto& c : corredores_)
-            if (c.numero == n) nombre = c.retirado ? QStringLiteral("RETIRADO") : c.nombre;
+            if (c.numero == *n) nombre = c.retirado ? QStringLiteral("RETIRADO") : c.nombre;
     nombreCaballo_->setText(nombre);
 }
 
@@ -377,8 +339,10 @@ void Form_Venta_WIN::LIMPIAR() {
 }
 
 void Form_Venta_WIN::Boton_Procesar_Click() {
-    const auto venta = logica_.procesarVenta(textCarrera_->text(), textCaballo_->text(), textMonto_->text(),
-                                             textCliente_->isVisible() ? textCliente_->text() : QString());
+    const auto venta = intentar([this] {
+                           return logica_.procesarVenta(textCarrera_->text(), textCaballo_->text(), textMonto_->text(),
+                                                        textCliente_->isVisible() ? textCliente_->text() : QString());
+                       }).value_or(VentaGanadores::Venta());
     if (venta.resultado == VentaGanadores::Resultado::PedirClave && logica_.esperandoClave()) {
         MostrarFrameClave(true);
         return;
@@ -405,7 +369,7 @@ void Form_Venta_WIN::vendido(const VentaGanadores::Boleto& b) {
 void Form_Venta_WIN::Text_Clave_Enter() {
     const QString clave = textClave_->text();
     MostrarFrameClave(false);
-    const auto venta = logica_.ventaConClave(clave);
+    const auto venta = intentar([&] { return logica_.ventaConClave(clave); }).value_or(VentaGanadores::Venta());
     if (venta.resultado == VentaGanadores::Resultado::Vendido) {
         vendido(venta.boleto);
     } else {
@@ -414,7 +378,8 @@ void Form_Venta_WIN::Text_Clave_Enter() {
 }
 
 void Form_Venta_WIN::Text_boletoCobro_Enter() {
-    const auto c = logica_.buscarBoletoCobro(textCobro_->text());
+    const auto c = intentar([this] { return logica_.buscarBoletoCobro(textCobro_->text()); })
+                       .value_or(VentaGanadores::Consulta());
     if (!c.pagable) {
         limpiarCobro();
         return;
@@ -426,7 +391,7 @@ void Form_Venta_WIN::Text_boletoCobro_Enter() {
 
 void Form_Venta_WIN::Boton_Cobrar_Boleto2_Click() {
     const auto pedido = logica_.boletoPorCobrar();
-    const bool pagado = logica_.cobrarBoleto();
+    const bool pagado = proteger([this] { return logica_.cobrarBoleto(); });
     limpiarCobro();
     if (pagado && pedido)
         resultadoCobro_->setText(QStringLiteral("BOLETO %1 PAGADO: %2")
@@ -442,47 +407,47 @@ void Form_Venta_WIN::limpiarCobro() {
 }
 
 void Form_Venta_WIN::bton_buscar_Click() {
-    try {
-        const TotalesDia t = logica_.Totalizar_Dia();
-        auto conCantidad = [this](double monto, long long n) {
-            return QStringLiteral("%1  (%2)").arg(logica_.montoPantalla(monto)).arg(n);
-        };
-        totVenta_->setText(conCantidad(t.venta, t.cantVenta));
-        totPagado_->setText(conCantidad(t.cobrado, t.cantCobrado));
-        totPorPagar_->setText(conCantidad(t.porCobrar, t.cantPorCobrar));
-        totSaldo_->setText(logica_.montoPantalla(t.saldo()));
-        totCaja_->setText(logica_.montoPantalla(t.caja()));
-        totAnulados_->setText(QString::number(t.anulados));
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloValidacion, e.text());
-    }
-    cargarCarreras();
-    cargarCorredores();
+    proteger([this] {
+        mostrarTotales();
+        mostrarCarreras();
+        mostrarCorredores();
+    });
+}
+
+void Form_Venta_WIN::mostrarTotales() {
+    const TotalesDia t = logica_.Totalizar_Dia();
+    auto conCantidad = [this](double monto, long long n) {
+        return QStringLiteral("%1  (%2)").arg(logica_.montoPantalla(monto)).arg(n);
+    };
+    totVenta_->setText(conCantidad(t.venta, t.cantVenta));
+    totPagado_->setText(conCantidad(t.cobrado, t.cantCobrado));
+    totPorPagar_->setText(conCantidad(t.porCobrar, t.cantPorCobrar));
+    totSaldo_->setText(logica_.montoPantalla(t.saldo()));
+    totCaja_->setText(logica_.montoPantalla(t.caja()));
+    totAnulados_->setText(QString::number(t.anulados));
 }
 
 void Form_Venta_WIN::anular() {
-    if (logica_.anularBoleto()) bton_buscar_Click();
+    if (proteger([this] { return logica_.anularBoleto(); })) bton_buscar_Click();
 }
 
 void Form_Venta_WIN::imprimirResumen() {
-    const auto desde = ctx_.dialogs.ask(QStringLiteral("RESUMEN DE VENTAS"),
-                                        QStringLiteral("DESDE LA CARRERA (vacío o 0: TODAS)"), QString());
+    const auto desde = ctx_.dialogs.ask(kTituloResumen, QStringLiteral("DESDE LA CARRERA (vacío o 0: TODAS)"));
     if (!desde) return;
-    const long long primera = desde->trimmed().toLongLong();
+    const long long primera = leerEntero(*desde).value_or(0);
     long long ultima = primera;
     if (primera > 0) {
-        const auto hasta =
-            ctx_.dialogs.ask(QStringLiteral("RESUMEN DE VENTAS"), QStringLiteral("HASTA LA CARRERA"), *desde);
+        const auto hasta = ctx_.dialogs.ask(kTituloResumen, QStringLiteral("HASTA LA CARRERA"), *desde);
         if (!hasta) return;
-        ultima = hasta->trimmed().toLongLong();
+        ultima = leerEntero(*hasta).value_or(0);
         if (ultima <= 0) ultima = primera;
     }
-    logica_.imprimirResumen(primera > 0 ? primera : 0, primera > 0 ? ultima : 0);
+    proteger([&] { return logica_.imprimirResumen(primera, ultima); });
 }
 
 void Form_Venta_WIN::cuadreFinal() {
     bton_buscar_Click();
-    logica_.imprimirResumen(0, 0);
+    proteger([this] { return logica_.imprimirResumen(0, 0); });
 }
 
 void Form_Venta_WIN::Escape() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Ventana.h"
 #include "sales/VentaGanadores.h"
 
 #include <QMainWindow>
@@ -19,8 +20,9 @@ class Context;
 // The winner-bet sale window. From the keyboard: race, horse, (client),
 // amount, Enter sells and prints; F5 goes to the payment box, which takes a
 // scanned code followed by Enter, then Enter on "COBRAR" pays; Esc cancels
-// what is being typed (or the password frame); F9 reprints the last piece.
-class Form_Venta_WIN : public QMainWindow {
+// what is being typed (or the password frame); F9 reprints the last piece;
+// Ctrl+F4 closes the window.
+class Form_Venta_WIN : public Ventana<QMainWindow> {
     Q_OBJECT
 public:
     Form_Venta_WIN(Context& ctx, QWidget* parent = nullptr);
@@ -35,11 +37,17 @@ public:
     void LIMPIAR();
     void Escape();
 
+protected:
+    void teclaEscape() override { Escape(); }
+
 private:
     void construir();
     void MostrarFrameClave(bool visible);
     void cargarCarreras();
     void cargarCorredores();
+    void mostrarCarreras();
+    void mostrarCorredores();
+    void mostrarTotales();
     void mostrarNombreCaballo();
     void mostrarUnidad();
     void cambiarUnidad(UnidadVenta u);
@@ -49,7 +57,6 @@ private:
     void limpiarCobro();
     void vendido(const VentaGanadores::Boleto& b);
 
-    Context& ctx_;
     VentaGanadores logica_;
     QVector<VentaGanadores::Corredor> corredores_;
 

@@ -1,7 +1,7 @@
 #include "signin/CambiarGrupo.h"
 
 #include "core/Context.h"
-#include "signin/MenuEntradas.h"
+#include "core/Niveles.h"
 
 namespace hipico {
 
@@ -14,28 +14,23 @@ Recordset CambiarGrupo::grupos() {
         return db.query("select grupo, ch, subgrupo from grupos where ganadores <> 0 and subgrupo = ? "
                         "order by ch, grupo",
                         {s.subgrupo});
-    if (s.nivel == nivel::Administrador || s.nivel == nivel::AdministradorOculto)
+    if (esAdministrador(s.nivel))
         return db.query("select grupo, ch, subgrupo from grupos where ganadores <> 0 order by ch, grupo");
     return db.query("select grupo, ch, subgrupo from grupos where ganadores <> 0 and ch = ? order by ch, grupo",
                     {s.ch});
 }
 
 bool CambiarGrupo::cambiar(const QString& grupo) {
-    try {
-        if (grupo.isEmpty() || grupos().find("grupo", grupo) < 0) {
-            ctx_.dialogs.refuse(kTituloAcciones, kGrupoNoPermitido);
-            return false;
-        }
-        const Recordset fila = ctx_.servidor().query("select * from grupos where grupo = ?", {grupo});
-        if (fila.empty()) {
-            ctx_.dialogs.refuse(kTituloAcciones, kGrupoNoPermitido);
-            return false;
-        }
-        cambiarGrupo(ctx_.session, fila.first());
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloAcciones, e.text());
+    if (grupo.isEmpty() || grupos().find("grupo", grupo) < 0) {
+        ctx_.dialogs.refuse(kTituloAcciones, kGrupoNoPermitido);
         return false;
     }
+    const Recordset fila = ctx_.servidor().query("select * from grupos where grupo = ?", {grupo});
+    if (fila.empty()) {
+        ctx_.dialogs.refuse(kTituloAcciones, kGrupoNoPermitido);
+        return false;
+    }
+    cambiarGrupo(ctx_.session, fila.first());
     ctx_.dialogs.inform(kTituloAcciones, kGrupoCambiado);
     return true;
 }

@@ -22,7 +22,7 @@ public:
     Recordset grupos();
 
     // Switches to the group (one of grupos()); tells the user and returns
-    // whether it switched.
+    // whether it switched. A database failure is left to the window's guard.
     bool cambiar(const QString& grupo);
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Ventana.h"
 #include "signin/CambiarGrupo.h"
 
 #include <QWidget>
@@ -15,7 +16,7 @@ class RecordsetModel;
 
 // The group change window: the groups the session may switch to; Enter (or
 // "Cambiar") switches to the chosen one, Esc closes.
-class Form_CambiarGrupo : public QWidget {
+class Form_CambiarGrupo : public Ventana<QWidget> {
     Q_OBJECT
 public:
     explicit Form_CambiarGrupo(Context& ctx, QWidget* parent = nullptr);
@@ -24,20 +25,14 @@ public:
     // Switches to the selected group.
     void cmdCambiar_Click();
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     void cargar();
     void mostrarActual();
 
-    Context& ctx_;
     CambiarGrupo logica_;
     QLabel* actual_;
     QTableView* lista_;
     RecordsetModel* modelo_;
-    QPushButton* cmdCambiar_;
-    QPushButton* cmdCerrar_;
 };
 
 }  // namespace hipico

@@ -60,13 +60,10 @@ QIcon iconoVentana() {
 }  // namespace
 
 Form_MenuPrincipal::Form_MenuPrincipal(Context& ctx, const WindowRegistry& ventanas, QWidget* parent)
-    : QMainWindow(parent),
+    : Ventana(ctx, parent, QStringLiteral("Form_MenuPrincipal"), MenuPrincipal::titulo(ctx.session)),
       terminar([] { QCoreApplication::exit(0); }),
-      ctx_(ctx),
       ventanas_(ventanas),
       logica_(ctx, ventanas) {
-    setObjectName("Form_MenuPrincipal");
-    setWindowTitle(MenuPrincipal::titulo(ctx.session));
 
     area_ = new AreaMenu(logica_, this);
     area_->setObjectName("areaVentanas");
@@ -76,7 +73,6 @@ Form_MenuPrincipal::Form_MenuPrincipal(Context& ctx, const WindowRegistry& venta
     Toolbar1_->setObjectName("Toolbar1");
     Toolbar1_->setMovable(false);
     Toolbar1_->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    Toolbar1_->setStyleSheet("QToolButton { font-size: 11pt; font-weight: bold; padding: 6px 14px; }");
     addToolBar(Qt::TopToolBarArea, Toolbar1_);
 
     for (const QString& titulo : menusPrincipales()) {
@@ -157,23 +153,25 @@ void Form_MenuPrincipal::actualizarEstado() {
 }
 
 void Form_MenuPrincipal::activar(const QString& entrada) {
-    if (entrada == QLatin1String("anular_menu")) {
-        logica_.AnularBoleto();  // re-checks its own allow-list
-        return;
-    }
-    if (!logica_.permitido(entrada)) return;
-    if (entrada == QLatin1String("bdlocalmenu")) {
-        logica_.BorrarBDLocal();
-    } else if (entrada == QLatin1String("cerrar_menu") || entrada == QLatin1String("salir_menu2")) {
-        close();
-    } else if (entrada == QLatin1String("subasta_menu")) {
-        const QString tablero = logica_.ElegirSubasta();
-        if (!tablero.isEmpty()) abrirVentana(tablero);
-    } else if (entrada == QLatin1String("imp_tfactual")) {
-        if (logica_.LlenarTFActual()) abrirVentana(entrada);
-    } else {
-        abrirVentana(entrada);
-    }
+    proteger([&] {
+        if (entrada == QLatin1String("anular_menu")) {
+            logica_.AnularBoleto();  // re-checks its own allow-list
+            return;
+        }
+        if (!logica_.permitido(entrada)) return;
+        if (entrada == QLatin1String("bdlocalmenu")) {
+            logica_.BorrarBDLocal();
+        } else if (entrada == QLatin1String("cerrar_menu") || entrada == QLatin1String("salir_menu2")) {
+            close();
+        } else if (entrada == QLatin1String("subasta_menu")) {
+            const QString tablero = logica_.ElegirSubasta();
+            if (!tablero.isEmpty()) abrirVentana(tablero);
+        } else if (entrada == QLatin1String("imp_tfactual")) {
+            if (logica_.LlenarTFActual()) abrirVentana(entrada);
+        } else {
+            abrirVentana(entrada);
+        }
+    });
 }
 
 QWidget* Form_MenuPrincipal::abrirVentana(const QString& nombre) {
@@ -199,7 +197,9 @@ QWidget* Form_MenuPrincipal::abrirVentana(const QString& nombre) {
     if (conTamano) hija->resize(tamano + (hija->size() - ventana->size()));
     if (hija->width() > area_->width() || hija->height() > area_->height()) hija->showMaximized();
     area_->setActiveSubWindow(hija);
-    ventana->setFocus();
+    // The cursor goes to the field the window chose for itself.
+    if (QWidget* campo = ventana->focusWidget()) campo->setFocus();
+    else ventana->setFocus();
     return ventana;
 }
 
@@ -220,7 +220,7 @@ bool Form_MenuPrincipal::eventFilter(QObject* watched, QEvent* event) {
             }
         }
     }
-    return QMainWindow::eventFilter(watched, event);
+    return Ventana::eventFilter(watched, event);
 }
 
 void Form_MenuPrincipal::fin() {

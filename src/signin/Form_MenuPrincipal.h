@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Ventana.h"
 #include "signin/MenuPrincipal.h"
 
 #include <QHash>
@@ -19,8 +20,9 @@ class Context;
 class WindowRegistry;
 
 // The main menu: stays open for the whole run and opens every other window
-// inside itself, one per entry (a window already open is shown again).
-class Form_MenuPrincipal : public QMainWindow {
+// inside itself, one per entry (a window already open is shown again). Esc or
+// Ctrl+F4 on the menu itself asks to leave the program, as closing it does.
+class Form_MenuPrincipal : public Ventana<QMainWindow> {
     Q_OBJECT
 public:
     Form_MenuPrincipal(Context& ctx, const WindowRegistry& ventanas, QWidget* parent = nullptr);
@@ -55,7 +57,6 @@ private:
     void actualizarEstado();
     void fin();
 
-    Context& ctx_;
     const WindowRegistry& ventanas_;
     MenuPrincipal logica_;
     QMdiArea* area_;

@@ -4,14 +4,21 @@
 #include "core/Connections.h"
 #include "core/Context.h"
 #include "core/Formato.h"
+#include "core/Guardia.h"
 #include "core/Network.h"
+#include "core/Niveles.h"
 #include "core/Openers.h"
+#include "core/RegistroErrores.h"
 #include "core/Version.h"
-#include "signin/MenuEntradas.h"
 
 #include <stdexcept>
 
 namespace hipico {
+
+namespace {
+// The window whose procedure this is, as the error log names it.
+const QString kVentana = QStringLiteral("frmLogin");
+}  // namespace
 
 Login::Login(Context& ctx) : mac(DireccionMac()), ctx_(ctx) {}
 
@@ -20,12 +27,7 @@ QString Login::textoRed(bool enLinea) {
 }
 
 Login::Resultado Login::IniciarSesion(const QString& usuario, const QString& clave) {
-    try {
-        return iniciar(usuario, clave);
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloInicioSesion, e.text());
-        return Resultado::Error;
-    }
+    return intentar(ctx_, kVentana, [&] { return iniciar(usuario, clave); }).value_or(Resultado::Error);
 }
 
 bool Login::usaReportes() const {
@@ -44,7 +46,8 @@ Login::Resultado Login::iniciar(const QString& usuario, const QString& clave) {
     s.ipPublica = ipPublica;
 
     if (!ConectarServidor(ctx_)) return Resultado::SinConexion;
-    AbrirUsuarios(ctx_);
+    // The user is read below with its own query: the whole users table is
+    // not opened here.
     AbrirConfiguracion(ctx_);
     AbrirGrupos(ctx_);
     AbrirTipoClientes(ctx_);
@@ -85,7 +88,7 @@ Login::Resultado Login::iniciar(const QString& usuario, const QString& clave) {
         return Resultado::CuentaSuspendida;
     }
 
-    if (s.nivel != nivel::Administrador && s.nivel != nivel::Socio && s.nivel != nivel::AdministradorOculto) {
+    if (!esNivelDireccion(s.nivel)) {
         AbrirSubgrupos(ctx_);
         const Recordset& subgrupos = ctx_.rs("rsSubgrupos");
         const int i = subgrupos.find("subgrupo", s.subgrupo);
@@ -98,7 +101,8 @@ Login::Resultado Login::iniciar(const QString& usuario, const QString& clave) {
         } catch (const DbError& e) {
             // The menu's local database entry creates it again; the sign-in goes on.
             ctx_.cnLocal.reset();
-            ctx_.dialogs.warn(kTituloBDLocal, kSinBDLocal + "\n" + e.text());
+            registrarError(ctx_, kVentana, e);
+            ctx_.dialogs.warn(kTituloBDLocal, kSinBDLocal);
         }
     }
 

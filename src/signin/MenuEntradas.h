@@ -8,8 +8,6 @@
 
 namespace hipico {
 
-
-
 // One entry of the main menu: its name, caption, the menu that holds it, the
 // levels that see it, and the allow-list the entry re-checks when clicked
 // (empty: none, the visibility is all).

@@ -1,16 +1,16 @@
 #include "signin/frmLogin.h"
 
 #include "core/Context.h"
-#include "core/InputFilters.h"
 #include "core/Network.h"
 #include "core/Version.h"
+#include "gui/Estilo.h"
+#include "gui/Teclado.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -46,14 +46,12 @@ struct frmLogin::ResultadoIp {
 };
 
 frmLogin::frmLogin(Context& ctx, QWidget* parent)
-    : QWidget(parent), terminar([] { QCoreApplication::exit(0); }), ctx_(ctx), login_(ctx) {
-    setObjectName("frmLogin");
-    setWindowTitle(kTituloInicioSesion);
-
+    : Ventana(ctx, parent, QStringLiteral("frmLogin"), kTituloInicioSesion),
+      terminar([] { QCoreApplication::exit(0); }),
+      login_(ctx) {
     auto* encabezado = new QLabel(QStringLiteral("CENTROS HÍPICOS"), this);
+    encabezado->setObjectName("encabezado");
     encabezado->setAlignment(Qt::AlignCenter);
-    encabezado->setStyleSheet("QLabel { background: #1b5e20; color: white; font-size: 18pt; font-weight: bold; "
-                              "padding: 12px; }");
     auto* subtitulo = new QLabel(QStringLiteral("Ingrese su usuario y su clave"), this);
     subtitulo->setAlignment(Qt::AlignCenter);
 
@@ -108,14 +106,9 @@ frmLogin::frmLogin(Context& ctx, QWidget* parent)
     columna->addLayout(pie);
     setFixedSize(420, 300);
 
-    setTabOrder(txtUserName_, txtPassword_);
-    setTabOrder(txtPassword_, cmdOK_);
-    setTabOrder(cmdOK_, cmdCancel_);
+    ordenTabulacion({txtUserName_, txtPassword_, cmdOK_, cmdCancel_});
     EnterMovesOn::install(txtUserName_);
-    EnterMovesOn::install(txtPassword_, [this] {
-        cmdOK_Click();
-        return true;
-    });
+    enterEjecuta(txtPassword_, [this] { cmdOK_Click(); });
     connect(cmdOK_, &QPushButton::clicked, this, &frmLogin::cmdOK_Click);
     connect(cmdCancel_, &QPushButton::clicked, this, &frmLogin::cmdCancel_Click);
 
@@ -124,7 +117,7 @@ frmLogin::frmLogin(Context& ctx, QWidget* parent)
     connect(Timer1_, &QTimer::timeout, this, &frmLogin::Timer1_Timer);
     Timer1_->start();
     Timer1_Timer();
-    txtUserName_->setFocus();
+    primerFoco(txtUserName_);
 }
 
 frmLogin::~frmLogin() {
@@ -137,12 +130,11 @@ frmLogin::~frmLogin() {
 void frmLogin::Timer1_Timer() {
     const bool enLinea = HayInternet();
     Label_internet_->setText(Login::textoRed(enLinea));
-    Label_internet_->setStyleSheet(enLinea ? "QLabel { background: #2e7d32; color: white; padding: 2px 8px; }"
-                                           : "QLabel { background: #c62828; color: white; padding: 2px 8px; }");
+    marcar(Label_internet_, "enLinea", enLinea);
 }
 
 void frmLogin::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
+    Ventana::showEvent(event);
     if (!ipBuscada_ && !busqueda_) buscarIpPublica();
 }
 
@@ -223,14 +215,6 @@ void frmLogin::closeEvent(QCloseEvent* event) {
     if (aceptado_ || terminado_) return;
     terminado_ = true;
     if (terminar) terminar();
-}
-
-void frmLogin::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
-        cmdCancel_Click();
-        return;
-    }
-    QWidget::keyPressEvent(event);
 }
 
 }  // namespace hipico

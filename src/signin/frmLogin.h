@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Ventana.h"
 #include "signin/Login.h"
 
 #include <QWidget>
@@ -18,7 +19,7 @@ class Context;
 
 // The sign-in window: user name, password, the program version, the network
 // state and this machine's public address.
-class frmLogin : public QWidget {
+class frmLogin : public Ventana<QWidget> {
     Q_OBJECT
 public:
     explicit frmLogin(Context& ctx, QWidget* parent = nullptr);
@@ -42,13 +43,11 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buscarIpPublica();
     void mostrarIp();
 
-    Context& ctx_;
     Login login_;
     QLineEdit* txtUserName_;
     QLineEdit* txtPassword_;

@@ -2,9 +2,8 @@
 // amount formats.
 #include "core/Cipher.h"
 #include "core/Formato.h"
-#include "core/InputFilters.h"
+#include "core/FiltrosTecla.h"
 
-#include <QLineEdit>
 #include <QtTest>
 #include <stdexcept>
 
@@ -149,22 +148,6 @@ private slots:
         const FiltroTecla filtros[] = {SoloNumeros, SoloNumerosComa, SoloNumerosComaGuion, Mayusculas,
                                        SoloAlfanumerico};
         QCOMPARE(filtros[filtro](codigo), resultado);
-    }
-
-    void keyFilterOnATextBox() {
-        QLineEdit monto;
-        KeyFilter::install(&monto, SoloNumerosComa);
-        QTest::keyClicks(&monto, "12.5a,3");
-        QCOMPARE(monto.text(), QString("125,3"));
-        QTest::keyClick(&monto, Qt::Key_Backspace);
-        QCOMPARE(monto.text(), QString("125,"));
-
-        QLineEdit nombre;
-        KeyFilter::install(&nombre, Mayusculas);
-        QTest::keyClicks(&nombre, "ana mar");
-        QTest::sendKeyEvent(QTest::Press, &nombre, Qt::Key_unknown, QString::fromUtf8("í"), Qt::NoModifier);
-        QTest::keyClicks(&nombre, "a");
-        QCOMPARE(nombre.text(), QString::fromUtf8("ANA MARÍA"));
     }
 
     void formats_data() {

@@ -224,6 +224,8 @@ private slots:
             QCOMPARE(s.ipPublica, kIp);
             QCOMPARE(s.ch, textOf(db, "select ch from grupos where grupo=?", {s.grupo}));
             QVERIFY(s.idUsuario > 0);
+            // Signing one user in does not load the whole users table.
+            QVERIFY(!env->ctx.hasRecordset("rsUsuarios"));
         }
     }
 

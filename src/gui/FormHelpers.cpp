@@ -1,10 +1,9 @@
-#include "core/FormHelpers.h"
+#include "gui/FormHelpers.h"
 
 #include <QGuiApplication>
-#include <QPrinterInfo>
-#include <QProcess>
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 
 namespace hipico {
 
@@ -21,14 +20,5 @@ void MantenerDentro(QWidget* hijo, const QWidget* padre) {
     const int maxY = std::max(0, padre->height() - hijo->height());
     hijo->move(std::clamp(hijo->x(), 0, maxX), std::clamp(hijo->y(), 0, maxY));
 }
-
-bool ImpresoraPredeterminada(const QString& nombre) {
-    QProcess p;
-    p.start(QStringLiteral("lpoptions"), {QStringLiteral("-d"), nombre});
-    if (!p.waitForFinished(5000)) return false;
-    return p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0;
-}
-
-QString impresoraPorDefecto() { return QPrinterInfo::defaultPrinterName(); }
 
 }  // namespace hipico

@@ -1,4 +1,4 @@
-#include "core/RecordsetModel.h"
+#include "gui/RecordsetModel.h"
 
 namespace hipico {
 

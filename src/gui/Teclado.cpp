@@ -1,12 +1,10 @@
-#include "core/InputFilters.h"
+#include "gui/Teclado.h"
 
 #include "core/Cipher.h"
 
-#include <QAbstractSpinBox>
-#include <QComboBox>
+#include <QAbstractButton>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QWidget>
 
 namespace hipico {
@@ -16,31 +14,9 @@ namespace {
 constexpr int kBackspace = 8;
 constexpr int kEnter = 13;
 
-int dejarPasar(int codigo, const char* permitidos) {
-    if (codigo == kBackspace || codigo == kEnter) return codigo;
-    for (const char* p = permitidos; *p; ++p)
-        if (codigo == static_cast<unsigned char>(*p)) return codigo;
-    return 0;
-}
-
-int mayuscula(int codigo) {
-    if (codigo < 0 || codigo > 255) return codigo;
-    return codigoAnsi(caracterAnsi(codigo).toUpper());
-}
+bool esEnter(const QKeyEvent* key) { return key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter; }
 
 }  // namespace
-
-int SoloNumeros(int codigo) { return dejarPasar(codigo, "0123456789"); }
-int SoloNumerosComaGuion(int codigo) { return dejarPasar(codigo, "0123456789,-"); }
-int SoloNumerosComa(int codigo) { return dejarPasar(codigo, "0123456789,"); }
-int Mayusculas(int codigo) { return mayuscula(codigo); }
-
-int SoloAlfanumerico(int codigo) {
-    if ((codigo >= 33 && codigo <= 47) || (codigo >= 58 && codigo <= 64) || (codigo >= 91 && codigo <= 95) ||
-        (codigo >= 123 && codigo <= 163) || (codigo >= 166 && codigo <= 254))
-        return 0;
-    return mayuscula(codigo);
-}
 
 KeyFilter::KeyFilter(FiltroTecla filtro, QObject* parent) : QObject(parent), filtro_(filtro) {}
 
@@ -54,9 +30,12 @@ bool KeyFilter::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return false;
     auto* key = static_cast<QKeyEvent*>(event);
     int codigo = 0;
-    if (key->key() == Qt::Key_Backspace) codigo = kBackspace;
-    else if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) codigo = kEnter;
-    else if (key->text().size() == 1 && !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
+    if (key->key() == Qt::Key_Backspace)
+        codigo = kBackspace;
+    else if (esEnter(key))
+        codigo = kEnter;
+    else if (key->text().size() == 1 && key->text().at(0).category() != QChar::Other_Control &&
+             !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
         codigo = codigoAnsi(key->text().at(0));
     else
         return false;  // keys that type nothing are not the filter's business
@@ -85,7 +64,7 @@ EnterMovesOn* EnterMovesOn::install(QWidget* campo, std::function<bool()> onEnte
 bool EnterMovesOn::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return false;
     auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter) return false;
+    if (!esEnter(key)) return false;
     if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier)) return false;
     if (onEnter_ && onEnter_()) return true;
     auto* w = qobject_cast<QWidget*>(watched);
@@ -95,6 +74,32 @@ bool EnterMovesOn::eventFilter(QObject* watched, QEvent* event) {
         next = next->nextInFocusChain();
     if (next && next != w) next->setFocus(Qt::TabFocusReason);
     return true;
+}
+
+void enterVaA(QWidget* campo, QWidget* siguiente) {
+    EnterMovesOn::install(campo, [siguiente] {
+        siguiente->setFocus(Qt::TabFocusReason);
+        return true;
+    });
+}
+
+void enterEjecuta(QWidget* campo, std::function<void()> accion) {
+    EnterMovesOn::install(campo, [accion = std::move(accion)] {
+        accion();
+        return true;
+    });
+}
+
+void enterPulsa(QAbstractButton* boton) {
+    enterEjecuta(boton, [boton] { boton->click(); });
+}
+
+void ordenTabulacion(std::initializer_list<QWidget*> campos) {
+    QWidget* anterior = nullptr;
+    for (QWidget* w : campos) {
+        if (anterior) QWidget::setTabOrder(anterior, w);
+        anterior = w;
+    }
 }
 
 }  // namespace hipico

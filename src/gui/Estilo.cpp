@@ -1,0 +1,28 @@
+#include "gui/Estilo.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QStyle>
+#include <QWidget>
+
+static void initGuiResources() { Q_INIT_RESOURCE(hipico); }
+
+namespace hipico {
+
+QString hojaDeEstilo() {
+    initGuiResources();
+    QFile f(QStringLiteral(":/gui/hipico.qss"));
+    if (!f.open(QIODevice::ReadOnly)) return {};
+    return QString::fromUtf8(f.readAll());
+}
+
+void aplicarEstilo() { qApp->setStyleSheet(hojaDeEstilo()); }
+
+void marcar(QWidget* widget, const char* propiedad, const QVariant& valor) {
+    if (widget->property(propiedad) == valor) return;
+    widget->setProperty(propiedad, valor);
+    widget->style()->unpolish(widget);
+    widget->style()->polish(widget);
+}
+
+}  // namespace hipico

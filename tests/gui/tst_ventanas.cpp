@@ -1,0 +1,318 @@
+// Every window of the program on the shared base window: the field with the
+// cursor when it opens, Esc and Ctrl+F4, a database failure in one of its
+// commands told once through the error guard (the driver's text only in the
+// administrator's log), and its picture at the booths' two screen sizes.
+// Also the key filters of the text boxes.
+#include "core/Connections.h"
+#include "core/Guardia.h"
+#include "core/RegistroErrores.h"
+#include "gui/Estilo.h"
+#include "gui/Teclado.h"
+#include "races/Form_AbrirCerrar.h"
+#include "signin/frmLogin.h"
+#include "support/Ventanas.h"
+
+#include <QFile>
+#include <QLineEdit>
+#include <QPointer>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QtTest>
+#include <algorithm>
+#include <functional>
+
+using namespace hipico;
+using namespace hipico::test;
+
+namespace {
+
+// One window as a user opens it.
+struct Caso {
+    QString nombre;    // the window's name
+    QString entrada;   // its main-menu entry ("" for the sign-in and the menu itself)
+    QString usuario;   // the demo user who opens it ("" for the sign-in)
+    QString cursor;    // the field with the cursor when it opens ("" for none)
+    bool escCierra;    // the booth's Esc cancels what is typed instead
+};
+
+const QVector<Caso>& casos() {
+    static const QVector<Caso> todos = {
+        {"frmLogin", "", "", "txtUserName", true},
+        {"Form_MenuPrincipal", "", "admin", "", true},
+        {"Form_Venta_WIN", "vg_menu", "taquilla1", "Text_Caballo", false},
+        {"Form_ConfImpresion", "pimp_menu", "taquilla1", "Combo_Puerto", true},
+        {"Form_RPT_CuadreTaqWIn", "CT_ADMIN_MENU", "admin", "DTPicker1", true},
+        {"Form_Carreras", "carreras_menu", "admin", "busqueda", true},
+        {"Form_AbrirCerrar", "abrir_cerrar_menu", "admin", "hipodromo", true},
+        {"Form_CambiarGrupo", "ch_menu_grupo", "admin", "lstGrupos", true},
+    };
+    return todos;
+}
+
+const Caso& caso(const QString& nombre) {
+    for (const Caso& c : casos())
+        if (c.nombre == nombre) return c;
+    qFatal("ventana desconocida: %s", qPrintable(nombre));
+}
+
+// A database failure while a window works: what breaks, what the user does,
+// and the driver's words the log must keep.
+struct Fallo {
+    QString ventana;
+    QString romper;   // statement run from another connection; "" kills the window's connection
+    bool alAbrir;     // broken before the window opens: the failure is its load
+    std::function<void(QWidget*)> comando;
+    bool conexion;    // the connection message instead of the database one
+    QString enRegistro;
+};
+
+void escribir(QWidget* ventana, const char* campo, const QString& texto) {
+    QTest::keyClicks(ventana->findChild<QWidget*>(campo), texto);
+}
+
+const QVector<Fallo>& fallos() {
+    static const QVector<Fallo> todos = {
+        // The names follow what is typed: two keys, one message.
+        {"Form_Carreras", "DROP TABLE caballos", false, [](QWidget* w) { escribir(w, "busqueda", "AB"); }, false,
+         "caballos"},
+        // The indicators refresh every second: three ticks, one message.
+        {"Form_AbrirCerrar", "", false,
+         [](QWidget* w) {
+             for (int i = 0; i < 3; ++i) qobject_cast<Form_AbrirCerrar*>(w)->refrescar();
+         },
+         true, "Form_AbrirCerrar"},
+        {"Form_Venta_WIN", "DROP TABLE ma_principal", false,
+         [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("bton_buscar"), Qt::LeftButton); }, false,
+         "ma_principal"},
+        {"Form_RPT_CuadreTaqWIn", "DROP TABLE grupos", true, [](QWidget*) {}, false, "grupos"},
+        {"Form_CambiarGrupo", "DROP TABLE grupos", false,
+         [](QWidget* w) { QTest::keyClick(w->findChild<QWidget*>("lstGrupos"), Qt::Key_Return); }, false, "grupos"},
+        {"frmLogin", "DROP TABLE usuarios", false,
+         [](QWidget* w) {
+             escribir(w, "txtUserName", "admin");
+             escribir(w, "txtPassword", "admin123");
+             QTest::keyClick(w->findChild<QWidget*>("txtPassword"), Qt::Key_Return);
+         },
+         false, "usuarios"},
+    };
+    return todos;
+}
+
+}  // namespace
+
+class TstVentanas : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestEnv> env;
+    QTemporaryDir carpeta;
+    int terminados = 0;
+
+    // A window open as its user meets it: the sign-in on its own, every
+    // other one inside (or as) the main menu.
+    struct Abierta {
+        std::unique_ptr<frmLogin> login;
+        std::unique_ptr<MenuDePrueba> menu;
+        QPointer<QWidget> ventana;
+        QWidget* pantalla() const { return menu ? static_cast<QWidget*>(menu->menu.get()) : login.get(); }
+    };
+
+    Abierta abrir(const Caso& c, const QSize& tamano = {1366, 768}) {
+        Abierta a;
+        if (c.usuario.isEmpty()) {
+            a.login = std::make_unique<frmLogin>(env->ctx);
+            a.login->terminar = [this] { ++terminados; };
+            a.login->show();
+            QApplication::setActiveWindow(a.login.get());
+            a.ventana = a.login.get();
+        } else {
+            a.menu = std::make_unique<MenuDePrueba>(*env, c.usuario, tamano);
+            a.menu->menu->terminar = [this] { ++terminados; };
+            a.ventana = c.entrada.isEmpty() ? a.menu->menu.get() : a.menu->abrir(c.entrada);
+        }
+        return a;
+    }
+
+    QString registro() {
+        QFile f(archivoRegistro(env->ctx));
+        return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
+    }
+
+private slots:
+    void initTestCase() {
+        aplicarEstilo();
+        env = std::make_unique<TestEnv>("ventanas");
+        env->config.carpetaLocal = carpeta.path();
+        env->ctx.config.carpetaLocal = carpeta.path();
+    }
+
+    void init() {
+        env->loadDemo();
+        env->dialogs.clear();
+        terminados = 0;
+        QFile::remove(archivoRegistro(env->ctx));
+    }
+
+    void cleanup() { QVERIFY2(!env->dialogs.answersLeft(), "una respuesta preparada no se usó"); }
+
+    void cursorYTeclasDeCierre_data() {
+        QTest::addColumn<QString>("ventana");
+        QTest::addColumn<bool>("conEsc");
+        for (const Caso& c : casos()) {
+            QTest::newRow(qPrintable(c.nombre + " Esc")) << c.nombre << true;
+            QTest::newRow(qPrintable(c.nombre + " Ctrl+F4")) << c.nombre << false;
+        }
+    }
+
+    void cursorYTeclasDeCierre() {
+        QFETCH(QString, ventana);
+        QFETCH(bool, conEsc);
+        const Caso& c = caso(ventana);
+        Abierta a = abrir(c);
+        QVERIFY(a.ventana);
+        QCOMPARE(a.ventana->objectName(), c.nombre);
+        if (!c.cursor.isEmpty()) {
+            auto* campo = a.ventana->findChild<QWidget*>(c.cursor);
+            QWidget* foco = QApplication::focusWidget();
+            QVERIFY(campo);
+            QVERIFY2(foco && (foco == campo || campo->isAncestorOf(foco)),
+                     qPrintable(foco ? foco->objectName() : QString("nadie")));
+        }
+        const bool cierra = c.escCierra || !conEsc;
+        if (cierra && c.nombre == "Form_MenuPrincipal") env->dialogs.yes();  // "Esta seguro de salir del sistema"
+        pulsar(a.ventana, conEsc ? Qt::Key_Escape : Qt::Key_F4, conEsc ? Qt::NoModifier : Qt::ControlModifier);
+        QApplication::processEvents();
+        if (!cierra) {
+            QVERIFY(a.ventana && a.ventana->isVisible());
+            return;
+        }
+        QTRY_VERIFY(!a.ventana || !a.ventana->isVisible());
+        // Closing the sign-in or the menu ends the program.
+        QCOMPARE(terminados, c.entrada.isEmpty() ? 1 : 0);
+        if (!c.entrada.isEmpty()) QTRY_COMPARE(a.menu->abiertas(), 0);
+    }
+
+    // Administration windows centre themselves when the setting centrarform
+    // is 1; the others stay where the menu puts them.
+    void centradaSegunAjuste_data() {
+        QTest::addColumn<QString>("ventana");
+        QTest::addColumn<int>("centrarform");
+        QTest::addColumn<bool>("centrada");
+        QTest::newRow("administration, setting on") << "Form_AbrirCerrar" << 1 << true;
+        QTest::newRow("administration, setting off") << "Form_AbrirCerrar" << 0 << false;
+        QTest::newRow("group change") << "Form_CambiarGrupo" << 1 << false;
+    }
+
+    void centradaSegunAjuste() {
+        QFETCH(QString, ventana);
+        QFETCH(int, centrarform);
+        QFETCH(bool, centrada);
+        env->db().exec("update configuracion set centrarform=?", {centrarform});
+        Abierta a = abrir(caso(ventana));
+        QApplication::processEvents();
+        QMdiSubWindow* marco = a.menu->menu->area()->activeSubWindow();
+        QVERIFY(marco);
+        // Left = screen width \ 2 - window width \ 2, kept inside the menu.
+        const int libre = a.menu->menu->area()->viewport()->width() - marco->width();
+        const int centro = std::clamp(marco->screen()->geometry().width() / 2 - marco->width() / 2, 0, libre);
+        QVERIFY(centro > 0);
+        QCOMPARE(marco->x(), centrada ? centro : 0);
+    }
+
+    void falloDeBaseDeDatos_data() {
+        QTest::addColumn<int>("fallo");
+        for (int i = 0; i < fallos().size(); ++i) QTest::newRow(qPrintable(fallos()[i].ventana)) << i;
+    }
+
+    void falloDeBaseDeDatos() {
+        QFETCH(int, fallo);
+        const Fallo& f = fallos()[fallo];
+        auto otra = env->connect();
+        const auto romper = [&] {
+            if (!f.romper.isEmpty())
+                otra->exec(f.romper.toStdString());
+            else
+                otra->exec("KILL ?", {env->db().scalar("SELECT CONNECTION_ID()").toLongLong()});
+        };
+        const Caso& c = caso(f.ventana);
+        std::optional<MenuDePrueba> menu;
+        if (!c.entrada.isEmpty()) menu.emplace(*env, c.usuario);
+        if (f.alAbrir) romper();
+        std::unique_ptr<frmLogin> login;
+        QPointer<QWidget> ventana;
+        if (menu) {
+            ventana = menu->abrir(c.entrada);
+        } else {
+            login = std::make_unique<frmLogin>(env->ctx);
+            login->alAceptar = [] {};
+            login->show();
+            ventana = login.get();
+        }
+        QVERIFY(ventana);
+        if (!f.alAbrir) romper();
+        f.comando(ventana);
+
+        QCOMPARE(env->dialogs.count(), 1);
+        QCOMPARE(env->dialogs.last().icon, Icon::Critical);
+        QCOMPARE(env->dialogs.last().title, f.conexion ? kTituloConexion : kTituloErrorBD);
+        QCOMPARE(env->dialogs.last().text, f.conexion ? kMensajeConexion : kMensajeErrorBD);
+        const QString log = registro();
+        QVERIFY2(log.contains(" | " + c.nombre + " | "), qPrintable(log));
+        QVERIFY2(log.contains(f.enRegistro), qPrintable(log));
+        QCOMPARE(log.count('\n'), 1);
+    }
+
+    // Pictures of every window at the booths' screen sizes, inside the menu
+    // as the program shows them.
+    void retratos_data() {
+        QTest::addColumn<QString>("ventana");
+        QTest::addColumn<QSize>("tamano");
+        for (const Caso& c : casos())
+            for (const QSize t : {QSize(1366, 768), QSize(1024, 768)})
+                QTest::newRow(qPrintable(QString("%1 %2x%3").arg(c.nombre).arg(t.width()).arg(t.height())))
+                    << c.nombre << t;
+    }
+
+    void retratos() {
+        QFETCH(QString, ventana);
+        QFETCH(QSize, tamano);
+        Abierta a = abrir(caso(ventana), tamano);
+        QVERIFY(a.ventana);
+        QApplication::processEvents();
+        const QString archivo =
+            grab(a.pantalla(), QString("%1_%2x%3").arg(ventana).arg(tamano.width()).arg(tamano.height()));
+        QVERIFY(QFile::exists(archivo));
+        if (a.menu && a.ventana != a.menu->menu.get()) {
+            // The window fits the menu's area at its smallest.
+            const QSize area = a.menu->menu->area()->viewport()->size();
+            const QSize minimo = a.ventana->minimumSizeHint();
+            QVERIFY2(minimo.width() <= area.width() && minimo.height() <= area.height(),
+                     qPrintable(QString("%1x%2").arg(minimo.width()).arg(minimo.height())));
+        }
+    }
+
+    void filtrosDeTecladoEnUnaCaja() {
+        QLineEdit monto;
+        KeyFilter::install(&monto, SoloNumerosComa);
+        QTest::keyClicks(&monto, "12.5a,3");
+        QCOMPARE(monto.text(), QString("125,3"));
+        QTest::keyClick(&monto, Qt::Key_Backspace);
+        QCOMPARE(monto.text(), QString("125,"));
+        // Keys that type nothing are not the filter's: Delete deletes, Esc
+        // goes on to the window.
+        QTest::keyClick(&monto, Qt::Key_Home);
+        QTest::sendKeyEvent(QTest::Press, &monto, Qt::Key_Delete, QChar(0x7f), Qt::NoModifier);
+        QCOMPARE(monto.text(), QString("25,"));
+        QKeyEvent esc(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier, QString(QChar(0x1b)));
+        QApplication::sendEvent(&monto, &esc);
+        QVERIFY(!esc.isAccepted());
+
+        QLineEdit nombre;
+        KeyFilter::install(&nombre, Mayusculas);
+        QTest::keyClicks(&nombre, "ana mar");
+        QTest::sendKeyEvent(QTest::Press, &nombre, Qt::Key_unknown, QString::fromUtf8("í"), Qt::NoModifier);
+        QTest::keyClicks(&nombre, "a");
+        QCOMPARE(nombre.text(), QString::fromUtf8("ANA MARÍA"));
+    }
+};
+
+QTEST_MAIN(TstVentanas)
+#include "tst_ventanas.moc"
