@@ -76,11 +76,11 @@ const QVector<Fallo>& fallos() {
         {"Form_Carreras", "DROP TABLE caballos", false, [](QWidget* w) { escribir(w, "busqueda", "AB"); }, false,
          "caballos"},
         // The indicators refresh every second: three ticks, one message.
-        {"Form_AbrirCerrar", "", false,
+        {"Form_AbrirCerrar", "DROP TABLE carreras", false,
          [](QWidget* w) {
              for (int i = 0; i < 3; ++i) qobject_cast<Form_AbrirCerrar*>(w)->refrescar();
          },
-         true, "Form_AbrirCerrar"},
+         false, "carreras"},
         {"Form_Venta_WIN", "DROP TABLE ma_principal", false,
          [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("bton_buscar"), Qt::LeftButton); }, false,
          "ma_principal"},
