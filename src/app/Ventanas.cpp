@@ -5,6 +5,7 @@
 #include "races/Form_AbrirCerrar.h"
 #include "races/Form_Carreras.h"
 #include "signin/Form_CambiarGrupo.h"
+#include "signin/Form_ConfiguracionGeneral.h"
 #include "sales/Form_ConfImpresion.h"
 #include "sales/Form_RPT_CuadreTaqWIn.h"
 #include "sales/Form_Venta_WIN.h"
@@ -19,6 +20,8 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("cg_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_Win(ctx, menu); });
     registro.add("vg_menu", [](Context& ctx, QWidget* menu) { return new Form_Venta_WIN(ctx, menu); });
     registro.add("pimp_menu", [](Context& ctx, QWidget* menu) { return new Form_ConfImpresion(ctx, menu); });
+    registro.add("configuracion_menu",
+                 [](Context& ctx, QWidget* menu) { return new Form_ConfiguracionGeneral(ctx, menu); });
     registro.add("CT_ADMIN_MENU", [](Context& ctx, QWidget* menu) { return new Form_RPT_CuadreTaqWIn(ctx, menu); });
 }
 

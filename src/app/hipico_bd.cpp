@@ -2,18 +2,62 @@
 //   hipico-bd [--config FILE] central [--demo] [--reemplazar]
 //   hipico-bd [--config FILE] hipicos [--demo] [--reemplazar]
 //   hipico-bd [--config FILE] local
+//   hipico-bd [--config FILE] cerrar-dia [--fecha YYYY-MM-DD]
+//     closes the working day (open pools included) and opens the given day, by
+//     default the next one; exit status 0 closed, 1 database failure, 2 usage,
+//     3 refused (the reason on stderr).
 #include "core/Config.h"
+#include "core/Context.h"
+#include "core/Dialogs.h"
+#include "core/Formato.h"
 #include "core/Connections.h"
 #include "core/Db.h"
 #include "schema/Demo.h"
 #include "schema/LocalSchema.h"
 #include "schema/SchemaLoader.h"
+#include "signin/CierreDia.h"
 
 #include <QCoreApplication>
 #include <QDate>
 #include <QTextStream>
 
 using namespace hipico;
+
+namespace {
+
+int cerrarDia(const Config& config, const QStringList& args) {
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    ScriptedDialogs dialogs;
+    SystemClock reloj;
+    Context ctx(config, dialogs, reloj);
+    ctx.cnServidor = Db::open(cadenaServidor(config));
+    ctx.session.usuario = QStringLiteral("hipico-bd");
+    CierreDia cierre(ctx);
+    QDate siguiente;
+    const int i = args.indexOf("--fecha");
+    if (i >= 0) {
+        siguiente = desdeFechaSql(args.value(i + 1));
+        if (!siguiente.isValid()) {
+            err << "hipico-bd: LA FECHA NO ES VALIDA (AAAA-MM-DD)\n";
+            return 2;
+        }
+    } else {
+        const QString hoy = Row::toText(ctx.servidor().scalar("SELECT fecha FROM configuracion WHERE id = 1"));
+        siguiente = cierre.fechaPropuesta(desdeFechaSql(hoy));
+    }
+    const CierreDia::Salida s = cierre.cerrar(siguiente, true);
+    if (!s.hecho) {
+        err << "hipico-bd: " << s.negado << "\n";
+        return 3;
+    }
+    out << "DIA " << s.hecho->fecha << " CERRADO: GANADORES " << s.hecho->ganadores << ", TABLA FIJA "
+        << s.hecho->tablaFija << ", MACUARE " << s.hecho->macuare << ". NUEVA FECHA DE TRABAJO: " << s.hecho->fechaNueva
+        << "\n";
+    return 0;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
@@ -43,8 +87,11 @@ int main(int argc, char** argv) {
                 servidor->exec(("DROP DATABASE IF EXISTS `" + nombre.replace('`', "``") + "`").toStdString());
             }
             CrearBDLocal(config);
+        } else if (args.contains("cerrar-dia")) {
+            return cerrarDia(config, args);
         } else {
-            err << "uso: hipico-bd [--config ARCHIVO] central|hipicos|local [--demo] [--reemplazar]\n";
+            err << "uso: hipico-bd [--config ARCHIVO] central|hipicos|local [--demo] [--reemplazar]\n"
+                   "     hipico-bd [--config ARCHIVO] cerrar-dia [--fecha AAAA-MM-DD]\n";
             return 2;
         }
     } catch (const DbError& e) {

@@ -18,6 +18,9 @@ using T = CampoAjuste::Tipo;
 constexpr double kMillon = 1e6;
 constexpr double kTope = 1e9;
 
+// The window's name in the administrator's log.
+const QString kVentana = QStringLiteral("Form_ConfiguracionGeneral");
+
 const QString kDia = QStringLiteral("DIA DE TRABAJO");
 const QString kVentas = QStringLiteral("VENTAS");
 const QString kEmpresa = QStringLiteral("EMPRESA Y MENSAJES");
@@ -195,7 +198,7 @@ QString validarCampo(const CampoAjuste& c, const QString& entrada, SqlValue& val
 ConfiguracionGeneral::ConfiguracionGeneral(Context& ctx) : ctx_(ctx) {}
 
 std::optional<ValoresAjuste> ConfiguracionGeneral::cargar() {
-    return intentar(ctx_, kTituloConfiguracion, [&] {
+    return intentar(ctx_, kVentana, [&] {
         return valoresDe(ctx_.servidor().query("select * from configuracion").first(), camposConfiguracion());
     });
 }
@@ -219,7 +222,7 @@ bool ConfiguracionGeneral::escribir(const QString& tabla, const QVector<CampoAju
     params.insert(params.end(), parametrosDonde.begin(), parametrosDonde.end());
     const std::string sql =
         ("UPDATE `" + tabla + "` SET " + asignaciones.join(QStringLiteral(", ")) + " WHERE " + donde).toStdString();
-    return proteger(ctx_, kTituloConfiguracion, [&] {
+    return proteger(ctx_, kVentana, [&] {
         ctx_.servidor().exec(sql, params);
         return true;
     });
@@ -228,7 +231,7 @@ bool ConfiguracionGeneral::escribir(const QString& tabla, const QVector<CampoAju
 bool ConfiguracionGeneral::guardar(const ValoresAjuste& valores) {
     if (!escribir(QStringLiteral("configuracion"), camposConfiguracion(), valores, QStringLiteral("id = 1"), {}))
         return false;
-    proteger(ctx_, kTituloConfiguracion,
+    proteger(ctx_, kVentana,
              [&] { cargarConfiguracion(ctx_.session, ctx_.servidor().query("select * from configuracion").first()); });
     ctx_.dialogs.inform(kTituloConfiguracion, texto::CambiosRealizados);
     return true;
@@ -236,7 +239,7 @@ bool ConfiguracionGeneral::guardar(const ValoresAjuste& valores) {
 
 QStringList ConfiguracionGeneral::grupos() {
     QStringList out;
-    proteger(ctx_, kTituloConfiguracion, [&] {
+    proteger(ctx_, kVentana, [&] {
         for (const Row& r : ctx_.servidor().query("select grupo from grupos order by grupo")) out << r.text("grupo");
     });
     return out;
@@ -244,7 +247,7 @@ QStringList ConfiguracionGeneral::grupos() {
 
 QStringList ConfiguracionGeneral::centros() {
     QStringList out;
-    proteger(ctx_, kTituloConfiguracion, [&] {
+    proteger(ctx_, kVentana, [&] {
         for (const Row& r : ctx_.servidor().query("select distinct ch from grupos order by ch")) out << r.text("ch");
     });
     return out;
@@ -252,7 +255,7 @@ QStringList ConfiguracionGeneral::centros() {
 
 std::optional<ValoresAjuste> ConfiguracionGeneral::cargarGrupo(const QString& grupo) {
     std::optional<ValoresAjuste> out;
-    proteger(ctx_, kTituloConfiguracion, [&] {
+    proteger(ctx_, kVentana, [&] {
         const Recordset rs = ctx_.servidor().query("select * from grupos where grupo = ? limit 1", {grupo});
         if (rs.empty()) {
             ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, texto::DebeSeleccionarGrupo);
@@ -265,7 +268,7 @@ std::optional<ValoresAjuste> ConfiguracionGeneral::cargarGrupo(const QString& gr
 
 bool ConfiguracionGeneral::guardarGrupo(const QString& grupo, const ValoresAjuste& valores, bool copiarAlCentro) {
     std::optional<QString> centro;
-    proteger(ctx_, kTituloConfiguracion, [&] {
+    proteger(ctx_, kVentana, [&] {
         const Recordset rs = ctx_.servidor().query("select ch from grupos where grupo = ? limit 1", {grupo});
         if (!rs.empty()) centro = rs.first().text("ch");
     });
@@ -278,7 +281,7 @@ bool ConfiguracionGeneral::guardarGrupo(const QString& grupo, const ValoresAjust
                            : escribir(QStringLiteral("grupos"), camposGrupo(), valores, QStringLiteral("grupo = ?"), {grupo});
     if (!hecho) return false;
     if (grupo == ctx_.session.grupo || (copiarAlCentro && *centro == ctx_.session.ch))
-        proteger(ctx_, kTituloConfiguracion, [&] {
+        proteger(ctx_, kVentana, [&] {
             const Recordset rs = ctx_.servidor().query("select * from grupos where grupo = ? limit 1", {ctx_.session.grupo});
             if (!rs.empty()) cambiarGrupo(ctx_.session, rs.first());
         });
@@ -305,7 +308,7 @@ std::optional<long long> ConfiguracionGeneral::depurar(const QString& antesDe) {
                                   fechaVista(d) + QStringLiteral(". ¿DESEA CONTINUAR?"),
                               true))
         return std::nullopt;
-    return intentar(ctx_, kTituloConfiguracion, [&] {
+    return intentar(ctx_, kVentana, [&] {
         Db& db = ctx_.servidor();
         const long long borrados = db.inTransaction([&] {
             long long n = 0;

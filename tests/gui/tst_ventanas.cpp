@@ -45,6 +45,7 @@ const QVector<Caso>& casos() {
         {"Form_Carreras", "carreras_menu", "admin", "busqueda", true},
         {"Form_AbrirCerrar", "abrir_cerrar_menu", "admin", "hipodromo", true},
         {"Form_CambiarGrupo", "ch_menu_grupo", "admin", "lstGrupos", true},
+        {"Form_ConfiguracionGeneral", "configuracion_menu", "admin", "fecha", true},
     };
     return todos;
 }
@@ -85,6 +86,9 @@ const QVector<Fallo>& fallos() {
          [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("bton_buscar"), Qt::LeftButton); }, false,
          "ma_principal"},
         {"Form_RPT_CuadreTaqWIn", "DROP TABLE grupos", true, [](QWidget*) {}, false, "grupos"},
+        {"Form_ConfiguracionGeneral", "DROP TABLE configuracion", false,
+         [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("Boton_Guardar"), Qt::LeftButton); }, false,
+         "configuracion"},
         {"Form_CambiarGrupo", "DROP TABLE grupos", false,
          [](QWidget* w) { QTest::keyClick(w->findChild<QWidget*>("lstGrupos"), Qt::Key_Return); }, false, "grupos"},
         {"frmLogin", "DROP TABLE usuarios", false,

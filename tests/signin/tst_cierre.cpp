@@ -15,6 +15,8 @@
 #include "support/ServidorPrivado.h"
 #include "support/TestEnv.h"
 
+#include <QProcess>
+#include <QSettings>
 #include <QtTest>
 #include <atomic>
 #include <thread>
@@ -278,6 +280,39 @@ private slots:
         QCOMPARE(env->dialogs.shown()[1].text, QString("INGRESE LA PROXIMA FECHA DE TRABAJO (DD-MM-AAAA)"));
         QCOMPARE(env->dialogs.last().text, mensaje);
         QCOMPARE(textOf(db(), "SELECT fecha FROM configuracion"), valida ? manana : hoy);
+    }
+
+    void theCommandLineClosesTheDay() {
+        QTemporaryDir carpeta;
+        const QString ini = carpeta.filePath("hipico.ini");
+        {
+            QSettings s(ini, QSettings::IniFormat);
+            s.setValue("servidor/host", "localhost");
+            s.setValue("servidor/usuario", env->config.servidor.usuario);
+            s.setValue("servidor/clave", env->config.servidor.clave);
+            s.setValue("servidor/base", env->config.servidor.base);
+            s.setValue("servidor/puerto", env->config.servidor.puerto);
+        }
+        auto correr = [&](QStringList extra) {
+            QProcess p;
+            p.start(qEnvironmentVariable("HIPICO_BUILD_DIR") + "/src/app/hipico-bd",
+                    QStringList{"--config", ini, "cerrar-dia"} + extra);
+            p.waitForFinished(60000);
+            return qMakePair(p.exitCode(), QString::fromUtf8(p.readAllStandardOutput() + p.readAllStandardError()));
+        };
+        // The program runs on the real clock: the working day is today.
+        const QString hoy = fechaSql(QDate::currentDate()), manana = fechaSql(QDate::currentDate().addDays(1));
+        db().exec("UPDATE configuracion SET fecha = ?", {hoy});
+        const QString pasado = fechaSql(QDate::currentDate().addDays(-1));
+        QCOMPARE(correr({"--fecha", pasado}),
+                 qMakePair(3, QString("hipico-bd: LA NUEVA FECHA DE TRABAJO DEBE SER POSTERIOR AL DIA QUE SE CIERRA\n")));
+        QCOMPARE(correr({"--fecha", "mañana"}).first, 2);
+        QCOMPARE(textOf(db(), "SELECT fecha FROM configuracion"), hoy);
+        const auto bien = correr({"--fecha", manana});
+        QCOMPARE(bien.first, 0);
+        QCOMPARE(bien.second, "DIA " + hoy + " CERRADO: GANADORES 0, TABLA FIJA 0, MACUARE 0. NUEVA FECHA DE TRABAJO: " +
+                                  manana + "\n");
+        QCOMPARE(textOf(db(), "SELECT fecha FROM configuracion"), manana);
     }
 
     void aFailureHalfWayChangesNothing() {
