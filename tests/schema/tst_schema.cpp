@@ -4,8 +4,10 @@
 #include "core/Cipher.h"
 #include "core/Connections.h"
 #include "schema/Demo.h"
+#include "schema/Escritores.h"
 #include "schema/LocalSchema.h"
 #include "schema/SchemaLoader.h"
+#include "support/Boletos.h"
 #include "support/TestEnv.h"
 
 #include <QtTest>
@@ -30,26 +32,15 @@ private slots:
     void positionalInserts_data() {
         QTest::addColumn<QString>("sql");
         QTest::addColumn<int>("values");
-        // Each statement as the system sends it: positional, the key first.
+        // Each statement as the system sends it: positional, the key first (the
+        // tables the program writes through its writers are checked below).
         QTest::newRow("usuarios") << "INSERT INTO `usuarios` VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 14;
-        QTest::newRow("ma_principal sale")
-            << "INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 18;
-        QTest::newRow("ma_principal password path")
-            << "INSERT INTO `ma_principal` (`numero`,`carrera`,`caballo`,`ganadores`,`ch`,`grupo`,`hora`,`fecha`,"
-               "`cobrado`,`estatus`,`fecha_cobro`,`nu_boleto`,`subgrupo`) VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?)"
-            << 12;
         QTest::newRow("ventas_ganadores")
             << "INSERT INTO `ventas_ganadores` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 19;
-        QTest::newRow("ventas_auditoria")
-            << "INSERT INTO `ventas_auditoria` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,0,0)" << 12;
         QTest::newRow("tablafija") << "INSERT INTO `tablafija` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?)" << 12;
         QTest::newRow("ventas_tf") << "INSERT INTO `ventas_tf` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 13;
-        QTest::newRow("bitacora") << "INSERT INTO `bitacora` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 13;
         QTest::newRow("bitacora_tf") << "INSERT INTO `bitacora_tf` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 15;
-        QTest::newRow("jugadas_clientes") << "INSERT INTO `jugadas_clientes` VALUES (NULL,?,?,?,?,?,?,?,?,?,?)" << 10;
         QTest::newRow("combinaciones_general") << "INSERT INTO `combinaciones_general` VALUES (NULL,?,?,?,?)" << 4;
-        QTest::newRow("condicionados") << "INSERT INTO `condicionados` VALUES (NULL,?,?,?,?,?,?,?)" << 7;
-        QTest::newRow("descargas") << "INSERT INTO `descargas` VALUES (NULL,?,?,?,?,?,?,?,?)" << 8;
         QTest::newRow("carreras_remate")
             << "INSERT INTO `carreras_remate` VALUES (NULL,?,?,?,?,0,'','0','',0,'',0,'',0,0,0,0,0,0,0,?,0,0,?,0,0,0,0,0,0)"
             << 6;
@@ -69,22 +60,61 @@ private slots:
         if (!sql.contains("(`numero`")) QVERIFY_THROWS_EXCEPTION(DbError, env->db().exec(wider.toStdString(), oneMore));
     }
 
-    void saleInsertLeavesKeysAtZero() {
-        Db& db = env->db();
-        db.exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
-                {3, 5, 2.0, "LOS PINOS", "07", "10:15:00", "2026-11-23", 0, 0, 0, "", "S1", 0, 0, 0, 0, 0, 0});
-        const long long numero = db.lastInsertId();
-        const Row r = db.query("SELECT * FROM ma_principal WHERE numero=?", {numero}).first();
-        QCOMPARE(r.integer("carrera"), 3LL);
-        QCOMPARE(r.integer("caballo"), 5LL);
-        QCOMPARE(r.number("ganadores"), 2.0);
-        QCOMPARE(r.text("subgrupo"), QString("S1"));
-        for (const char* k : {"llave", "llave2", "llave3", "llave4", "llave5", "llave6"}) QCOMPARE(r.text(k), QString("0"));
-        db.exec("INSERT INTO `ma_principal` (`numero`,`carrera`,`caballo`,`ganadores`,`ch`,`grupo`,`hora`,`fecha`,"
-                "`cobrado`,`estatus`,`fecha_cobro`,`nu_boleto`,`subgrupo`) VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?)",
-                {3, 5, 2.0, "LOS PINOS", "07", "10:16:00", "2026-11-23", 0, 0, 0, "", "S1"});
-        const Row p = db.query("SELECT * FROM ma_principal WHERE numero=?", {db.lastInsertId()}).first();
-        for (const char* k : {"llave", "llave2", "llave5"}) QCOMPARE(p.text(k), QString("0"));
+    // Every writer names its columns in its table's order after the key, and
+    // each value lands in the column it names.
+    // A row of each writer, with distinct values; true: a table of the local schema.
+    static const std::vector<std::pair<Insercion, bool>>& muestras() {
+        static const std::vector<std::pair<Insercion, bool>> m{
+            {BoletoGanador{3, 5, 2.5, "LOS PINOS", "07", "10:15:00", "2026-11-23", 7.5, 1, "2026-11-24", "0711231000",
+                           "S1"}
+                 .insercion(),
+             false},
+            {AnotacionBitacora{1000, 3, 5, 2.5, "LOS PINOS", "07", "10:15:00", "2026-11-23", "0711231000", 7.5,
+                               "ANULADO", "taquilla1", 5}
+                 .insercion(),
+             false},
+            {Descarga{"2026-11-23", "10:15:00", "LOS PINOS", "07", 3, 5, 2.5, 7.5}.insercion(), false},
+            {Condicionado{"LOS PINOS", "07", "S1", "2026-11-23", 3, 5, 7.5}.insercion(), false},
+            {MovimientoCliente{1, -15, " Ganadores", 2, 7, 1, "0711231000", "2026-11-23", "10:15:00", "CARRERA 3"}
+                 .insercion(),
+             false},
+            {auditoriaGanadores(1, 0), false},
+            {resultadoTaquilla("LOS PINOS", "23-11-2026", 90, 60, 30, 10), true},
+        };
+        return m;
+    }
+    void writers_data() {
+        QTest::addColumn<int>("i");
+        for (int i = 0; i < int(muestras().size()); ++i) QTest::newRow(muestras()[i].first.tabla()) << i;
+    }
+    void writers() {
+        QFETCH(int, i);
+        const auto& [fila, local] = muestras()[i];
+        if (local) env->resetLocal();
+        Db& db = local ? env->local() : env->db();
+        const Recordset cols = columnsOf(db, local ? env->config.localBase : env->config.servidor.base, fila.tabla());
+        QStringList nombres;
+        for (const Row& c : cols) nombres << c.text("COLUMN_NAME");
+        QCOMPARE(cols[0].text("EXTRA"), QString("auto_increment"));
+        QCOMPARE(nombres.mid(1), fila.columnas());
+        if (fila.valores().size() < fila.columnas().size()) {
+            // An INSERT ... SELECT: one row per source row.
+            const long long n = venderBoleto(db, QDate(2026, 11, 23), 3, 5, 2, "07", "LOS PINOS");
+            QCOMPARE(insertarDesde(db, fila, "FROM ma_principal WHERE numero = ?", {n}), 1LL);
+            return;
+        }
+        const long long id = insertar(db, fila);
+        const Row r = db.query(("SELECT * FROM `" + QString(fila.tabla()) + "` WHERE `" + nombres[0] + "` = ?")
+                                   .toStdString(),
+                               {id})
+                          .first();
+        const QStringList columnas = fila.columnas();
+        for (int k = 0; k < columnas.size(); ++k) {
+            const SqlValue& v = fila.valores()[k];
+            const QString& c = columnas[k];
+            if (v.kind() == SqlValue::Kind::Double) QCOMPARE(r.number(c), v.number());
+            else QCOMPARE(r.text(c), v.toString());
+        }
     }
 
     void settingsHoldOneRow() {

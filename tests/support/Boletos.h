@@ -1,25 +1,67 @@
 #pragma once
 
-// Tickets as the booth sells them, for the administration tests.
+// Tickets for the tests: sold through the program's own writer, settled by
+// the program's own results processing.
+#include "admin/ProcesoCarrera.h"
 #include "core/Db.h"
 #include "core/Formato.h"
+#include "sales/Juego.h"
 #include "sales/TicketKeys.h"
+#include "schema/Escritores.h"
 
 #include <QDate>
 
 namespace hipico::test {
 
-// A sold ticket with its code and sale keys; returns its number.
-inline long long venderBoleto(Db& db, const QDate& dia, long long carrera, long long caballo, double ganadores,
-                              const QString& grupo, const QString& ch, int estatus = 0, double cobrado = 0) {
-    db.exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
-            {carrera, caballo, ganadores, ch, grupo, "10:00:00", fechaSql(dia), cobrado, estatus, "0", "", "S1", "0",
-             "0", "0", "0", "0", "0"});
-    const long long numero = db.lastInsertId();
+// A ticket written for a test: its number (what most tests keep) and its code.
+struct BoletoDePrueba {
+    long long numero = 0;
+    QString codigo;
+    operator long long() const { return numero; }
+};
+
+// A winner ticket as the booth sells it: the row through the writer of
+// ma_principal, then its code (prefixed by the group) and its sale keys.
+inline BoletoDePrueba venderBoleto(Db& db, const QDate& dia, long long carrera, long long caballo, double ganadores,
+                                   const QString& grupo, const QString& ch, int estatus = 0, double cobrado = 0) {
+    BoletoGanador b;
+    b.carrera = carrera;
+    b.caballo = caballo;
+    b.ganadores = ganadores;
+    b.ch = ch;
+    b.grupo = grupo;
+    b.hora = QStringLiteral("10:00:00");
+    b.fecha = fechaSql(dia);
+    b.cobrado = cobrado;
+    b.estatus = estatus;
+    b.subgrupo = QStringLiteral("S1");
+    const long long numero = insertar(db, b.insercion());
+    const QString codigo = codigoBoleto(grupo, dia, numero);
     const LlavesVenta k = llavesVenta(numero, caballo, ganadores, carrera, grupo);
     db.exec("update ma_principal set nu_boleto=?,llave=?,llave2=?,llave5=? Where numero = ? limit 1",
-            {codigoBoleto(grupo, dia, numero), k.llave, k.llave2, k.llave5, numero});
-    return numero;
+            {codigo, k.llave, k.llave2, k.llave5, numero});
+    return {numero, codigo};
+}
+
+// Processes a race's result as the desk does, every group paying the
+// official dividend: winners get their payout and result keys.
+inline ResultadoProceso liquidar(Db& db, const QString& fecha, long long carrera, long long caballo, double dividendo) {
+    PeticionProceso p;
+    p.fecha = fecha;
+    p.carrera = carrera;
+    p.idHipodromo = Row::toInteger(db.scalar("SELECT id_hipodromo FROM configuracion"));
+    p.centro = QStringLiteral("TODOS");
+    p.ganadores << GanadorOficial{caballo, dividendo};
+    p.pagarOficial = true;
+    return procesarCarrera(db, p);
+}
+
+// The ticket kept in its group's copy, as the day's closing keeps it.
+inline void copiarAlGrupo(Db& db, const Juego& juego, const QString& codigo) {
+    db.exec(QString("INSERT INTO %1 SELECT NULL, m.* FROM %2 m WHERE %3 = ?")
+                .arg(juego.copia, juego.tabla, juego.codigo)
+                .toStdString(),
+            {codigo});
 }
 
 inline Row filaBoleto(Db& db, long long numero) {
@@ -30,22 +72,6 @@ inline Row filaBoleto(Db& db, long long numero) {
 inline QPair<long long, double> estado(Db& db, long long numero) {
     const Row r = filaBoleto(db, numero);
     return {r.integer("estatus"), r.number("cobrado")};
-}
-
-// Every ticket row of a race, as text, to see that nothing moved.
-inline QStringList fotoCarrera(Db& db, long long carrera) {
-    QStringList out;
-    for (const Row& r : db.query("SELECT * FROM ma_principal WHERE carrera = ? ORDER BY numero", {carrera})) {
-        QStringList campos;
-        for (const QVariant& v : r.values()) campos << Row::toText(v);
-        out << campos.join('|');
-    }
-    for (const Row& r : db.query("SELECT * FROM descargas WHERE carrera = ? ORDER BY id_descarga", {carrera})) {
-        QStringList campos;
-        for (const QVariant& v : r.values()) campos << Row::toText(v);
-        out << campos.join('|');
-    }
-    return out;
 }
 
 }  // namespace hipico::test
