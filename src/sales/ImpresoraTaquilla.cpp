@@ -16,7 +16,7 @@ bool ImpresoraTaquilla::imprimir(const Impreso& impreso) {
         crearImpresora(conf)->imprimir(impreso);
         return true;
     } catch (const ErrorImpresion& e) {
-        ctx_.dialogs.refuse(kTituloImpresora, QStringLiteral("NO SE PUDO IMPRIMIR: ") + e.motivo());
+        ctx_.dialogs.refuse(QStringLiteral("IMPRESORA"), QStringLiteral("NO SE PUDO IMPRIMIR: ") + e.motivo());
         return false;
     }
 }

@@ -20,13 +20,10 @@ public:
     // to the user ("IMPRESORA").
     bool imprimir(const Impreso& impreso);
     bool reimprimir();
-    const std::optional<Impreso>& ultimo() const { return ultimo_; }
 
 private:
     Context& ctx_;
     std::optional<Impreso> ultimo_;
 };
-
-inline const QString kTituloImpresora = QStringLiteral("IMPRESORA");
 
 }  // namespace hipico

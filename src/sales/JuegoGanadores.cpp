@@ -105,7 +105,7 @@ const Juego& juegoGanadores() {
         "ventas_ganadores_general",
         "nu_boleto",
         "ch",
-        kTituloCobro,
+        QStringLiteral("COBRO DE BOLETOS"),
         {{Estatus::Ganador, Estatus::Pagado, QStringLiteral("CABALLO GANADOR"), true},
          {Estatus::Devolucion, Estatus::DevolucionPagada, QStringLiteral("CABALLO RETIRADO"), false}},
         [](const Row& b, const std::optional<Row>& copia) { return mensajeAlteracion(verificarBoleto(b, copia)); },

@@ -114,6 +114,4 @@ private:
     std::optional<Cupo> cupo_;
 };
 
-inline const QString kTituloCobro = QStringLiteral("COBRO DE BOLETOS");
-
 }  // namespace hipico

@@ -9,6 +9,15 @@
 
 namespace hipico {
 
+namespace {
+
+// The window's name in the error log.
+const QString kVentanaVenta = QStringLiteral("Form_Venta_WIN");
+// The title of the booth's void messages.
+const QString kTituloAnulacion = QStringLiteral("ANULACION DE BOLETOS");
+
+}  // namespace
+
 VentaGanadores::VentaGanadores(Context& ctx) : ctx_(ctx), impresora_(ctx) {}
 
 void VentaGanadores::cargar() {
@@ -29,10 +38,6 @@ QString VentaGanadores::etiquetaMoneda() const { return enDolares() ? QStringLit
 
 long long VentaGanadores::carreraDelGrupo() const {
     return intentar(ctx_, kVentanaVenta, [&] { return carreraYPista(ctx_).carrera; }).value_or(0);
-}
-
-long long VentaGanadores::pistaDelGrupo() const {
-    return intentar(ctx_, kVentanaVenta, [&] { return carreraYPista(ctx_).pista; }).value_or(0);
 }
 
 // ---------------------------------------------------------------- sale

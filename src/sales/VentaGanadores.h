@@ -67,8 +67,6 @@ public:
     QVector<CarreraDia> carreras();
     // The group's race open for sale (the window starts on it).
     long long carreraDelGrupo() const;
-    // The track the booth sells: the group's, else the system's current track.
-    long long pistaDelGrupo() const;
 
     // ---- Sale unit ----
     UnidadVenta unidad() const { return unidad_; }
@@ -83,8 +81,7 @@ public:
     bool imprimirResumen(long long desde, long long hasta);
     TotalesDia Cuadrar(long long desde = 0, long long hasta = 0);
 
-    // The last piece printed (or that failed to print) and its reprint.
-    const std::optional<Impreso>& ultimoImpreso() const { return impresora_.ultimo(); }
+    // Prints the last piece printed (or that failed to print) again.
     bool reimprimir() { return impresora_.reimprimir(); }
 
     // Amounts as this window shows them (mascara 1: plain numbers).
@@ -106,10 +103,6 @@ private:
     std::optional<Consulta> porCobrar_;
 };
 
-// The window's name in the error log.
-inline const QString kVentanaVenta = QStringLiteral("Form_Venta_WIN");
-// The title of the booth's void messages.
-inline const QString kTituloAnulacion = QStringLiteral("ANULACION DE BOLETOS");
 // The name the sale window's view gives the system-validation title.
 inline const QString& kTituloValidacion = texto::TituloValidacionSistema;
 

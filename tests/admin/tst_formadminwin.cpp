@@ -52,6 +52,7 @@ private slots:
     void cleanupTestCase() { delete w; }
 
     void init() { env->dialogs.clear(); }
+    void cleanup() { cerrarDialogos(env->dialogs); }
 
     void showsTheRace() {
         QCOMPARE(hijo<QComboBox>("hipodromo")->currentText(), QString("LA RINCONADA"));

@@ -39,6 +39,8 @@ private slots:
         fecha = fechaSql(env->clock.today());
     }
 
+    void cleanup() { cerrarDialogos(env->dialogs); }
+
     void init() {
         env->loadDemo();
         entrar("taquilla1");

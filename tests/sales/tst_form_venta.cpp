@@ -46,6 +46,8 @@ private slots:
         puerto = carpeta.filePath("boletos.prn");
     }
 
+    void cleanup() { cerrarDialogos(env->dialogs); }
+
     void init() {
         empezarDia(*env, puerto);
         guardarUnidadVenta(env->config, UnidadVenta::Ganadores);

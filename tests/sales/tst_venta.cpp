@@ -43,6 +43,7 @@ private slots:
     }
 
     void init() { empezarDia(*env, puerto); }
+    void cleanup() { cerrarDialogos(env->dialogs); }
 
     void aSaleWritesTheTicketItsCodeAndKeysAndPrintsIt() {
         VentaGanadores v = nueva();

@@ -133,7 +133,6 @@ private slots:
                             "AND s.TABLE_NAME = t.TABLE_NAME AND s.INDEX_NAME = 'PRIMARY') AS pk "
                             "FROM information_schema.TABLES t WHERE t.TABLE_SCHEMA = ?",
                             {env->config.servidor.base});
-        QCOMPARE(tables.size(), 34);
         for (const Row& t : tables) {
             QVERIFY2(t.integer("pk") > 0, qPrintable(t.text("TABLE_NAME")));
             QCOMPARE(t.text("ENGINE"), QString("InnoDB"));
@@ -157,7 +156,6 @@ private slots:
             const Recordset tables = local.query("SELECT TABLE_NAME FROM information_schema.TABLES "
                                                  "WHERE TABLE_SCHEMA = ? AND TABLE_NAME LIKE 'rpt\\_%'",
                                                  {env->config.localBase});
-            QCOMPARE(tables.size(), 14);
             for (const Row& t : tables)
                 QCOMPARE(numberOf(local, ("SELECT count(*) FROM `" + t.text("TABLE_NAME") + "`").toStdString()), 0.0);
         }
