@@ -97,7 +97,7 @@ private slots:
         for (const Row& c : cols) nombres << c.text("COLUMN_NAME");
         QCOMPARE(cols[0].text("EXTRA"), QString("auto_increment"));
         QCOMPARE(nombres.mid(1), fila.columnas());
-        if (fila.valores().size() < fila.columnas().size()) {
+        if (qsizetype(fila.valores().size()) < fila.columnas().size()) {
             // An INSERT ... SELECT: one row per source row.
             const long long n = venderBoleto(db, QDate(2026, 11, 23), 3, 5, 2, "07", "LOS PINOS");
             QCOMPARE(insertarDesde(db, fila, "FROM ma_principal WHERE numero = ?", {n}), 1LL);
