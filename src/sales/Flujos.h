@@ -35,7 +35,8 @@ public:
 
     // What the locks need, read before the transaction.
     virtual void preparar(Db& db) = 0;
-    // Locks the rows the sale depends on, always in the same order.
+    // Locks the rows the sale depends on, always in the same order. Called
+    // again when the transaction is retried: what an attempt read goes.
     virtual void bloquear(Db& db) = 0;
     // The game's checks, in their order.
     virtual std::vector<Chequeo> chequeos() = 0;

@@ -175,6 +175,11 @@ void VentaGanador::preparar(Db& db) {
 }
 
 void VentaGanador::bloquear(Db& db) {
+    // A transaction retried after a deadlock starts again from nothing read.
+    existe_ = false;
+    caballoFila_ = Row();
+    cliente_ = Recordset();
+    cupo_.reset();
     // The horse rows, then the client's row: always in that order.
     const long long id = grupo_.integerOr("id_carrera");
     for (long long bloqueo : aBloquear_) {
