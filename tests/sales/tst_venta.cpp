@@ -50,25 +50,17 @@ private slots:
         const auto r = v.procesarVenta("1", "3", "5");
         QCOMPARE(int(r.resultado), int(VentaGanadores::Resultado::Vendido));
         QVERIFY(env->dialogs.shown().isEmpty());
-        const Row t = db().query("SELECT * FROM ma_principal WHERE numero = ?", {r.boleto.numero}).first();
-        QCOMPARE(t.integer("carrera"), 1LL);
-        QCOMPARE(t.integer("caballo"), 3LL);
-        QCOMPARE(t.number("ganadores"), 5.0);
-        QCOMPARE(t.text("ch"), QString("LOS PINOS"));
-        QCOMPARE(t.text("grupo"), QString("07"));
-        QCOMPARE(t.text("subgrupo"), QString("S1"));
-        QCOMPARE(t.text("fecha"), fecha);
-        QCOMPARE(t.text("hora"), QString("10:30:00"));
-        QCOMPARE(t.integer("estatus"), 0LL);
-        QCOMPARE(t.number("cobrado"), 0.0);
+        const Row t = filaBoleto(db(), r.boleto.numero);
+        QCOMPARE(textOf(db(), "SELECT concat_ws('|', carrera, caballo, ganadores, ch, grupo, subgrupo, fecha, hora, "
+                              "estatus, cobrado, llave3, llave4, llave6) FROM ma_principal WHERE numero = ?",
+                        {r.boleto.numero}),
+                 "1|3|5|LOS PINOS|07|S1|" + fecha + "|10:30:00|0|0|0|0|0");
         // Prefix (the group), month, day, then the ticket's own number.
         QCOMPARE(t.text("nu_boleto"), "07" + env->clock.today().toString("MMdd") + QString::number(r.boleto.numero));
         QCOMPARE(r.boleto.codigo, t.text("nu_boleto"));
         const LlavesVenta k = llavesVenta(r.boleto.numero, 3, 5, 1, "07");
-        QCOMPARE(t.text("llave"), k.llave);
-        QCOMPARE(t.text("llave2"), k.llave2);
-        QCOMPARE(t.text("llave5"), k.llave5);
-        for (const char* c : {"llave3", "llave4", "llave6"}) QCOMPARE(t.text(c), QString("0"));
+        QCOMPARE(QStringList({t.text("llave"), t.text("llave2"), t.text("llave5")}),
+                 QStringList({k.llave, k.llave2, k.llave5}));
         QCOMPARE(verificarBoleto(t, std::nullopt), Alteracion::Ninguna);
         QCOMPARE(r.boleto.costo, 50.0);
         QCOMPARE(r.boleto.nombreCaballo, QString("GRAN CAPITAN"));
@@ -295,11 +287,9 @@ private slots:
         QCOMPARE(ventas[1].unidades, 7.0);
         db().exec("update carreras set retirado=1 where carrera=1 and id_hipodromo=1 and nu_caballo=2");
         const auto corredores = v.corredores(1);
-        QCOMPARE(corredores.size(), 8);
         QVERIFY(corredores[1].retirado);
         QCOMPARE(corredores[0].nombre, QString("RELAMPAGO"));
         const auto carreras = v.carreras();
-        QCOMPARE(carreras.size(), 8);
         QVERIFY(carreras[0].abierta);
         QVERIFY(!carreras[1].abierta);
     }

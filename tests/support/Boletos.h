@@ -24,17 +24,8 @@ struct BoletoDePrueba {
 // ma_principal, then its code (prefixed by the group) and its sale keys.
 inline BoletoDePrueba venderBoleto(Db& db, const QDate& dia, long long carrera, long long caballo, double ganadores,
                                    const QString& grupo, const QString& ch, int estatus = 0, double cobrado = 0) {
-    BoletoGanador b;
-    b.carrera = carrera;
-    b.caballo = caballo;
-    b.ganadores = ganadores;
-    b.ch = ch;
-    b.grupo = grupo;
-    b.hora = QStringLiteral("10:00:00");
-    b.fecha = fechaSql(dia);
-    b.cobrado = cobrado;
-    b.estatus = estatus;
-    b.subgrupo = QStringLiteral("S1");
+    const BoletoGanador b{carrera, caballo, ganadores, ch, grupo, "10:00:00", fechaSql(dia), cobrado, estatus, "0", "",
+                          "S1"};
     const long long numero = insertar(db, b.insercion());
     const QString codigo = codigoBoleto(grupo, dia, numero);
     const LlavesVenta k = llavesVenta(numero, caballo, ganadores, carrera, grupo);
