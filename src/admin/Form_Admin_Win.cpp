@@ -102,7 +102,8 @@ QTableView* grilla(QWidget* padre, RecordsetModel*& modelo, const QString& nombr
 
 }  // namespace
 
-Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent) : QWidget(parent), ctx_(ctx), logica_(ctx) {
+Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent) : QWidget(parent), ctx_(ctx), opciones_(ctx), ventasCarrera_(ctx), tarjeta_(ctx), resultado_(ctx),
+      cupos_(ctx), reglaCentro_(ctx), descargasGrupo_(ctx), boletosEscritorio_(ctx) {
     setObjectName("Form_Admin_Win");
     setWindowFlag(Qt::Window);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -139,18 +140,19 @@ void Form_Admin_Win::construirEncabezado(QWidget* panel) {
     fecha_->setObjectName("fecha");
     fecha_->setDisplayFormat("dd-MM-yyyy");
     fecha_->setCalendarPopup(true);
-    fecha_->setDate(desdeFechaSql(logica_.fecha));
+    const Seleccion inicial = seleccionInicial(ctx_);
+    fecha_->setDate(desdeFechaSql(inicial.fecha));
     hipodromo_ = new QComboBox(panel);
     hipodromo_->setObjectName("hipodromo");
-    hipodromo_->addItems(logica_.hipodromos());
-    hipodromo_->setCurrentText(logica_.hipodromoPorDefecto());
+    hipodromo_->addItems(opciones_.hipodromos());
+    hipodromo_->setCurrentText(opciones_.hipodromoPorDefecto());
     carrera_ = new QSpinBox(panel);
     carrera_->setObjectName("carrera");
     carrera_->setRange(1, 30);
-    carrera_->setValue(int(logica_.carrera));
+    carrera_->setValue(int(inicial.carrera));
     centro_ = new QComboBox(panel);
     centro_->setObjectName("centro");
-    centro_->addItems(logica_.centros());
+    centro_->addItems(opciones_.centros());
     grupo_ = new QComboBox(panel);
     grupo_->setObjectName("grupo");
     cargando_ = false;
@@ -236,24 +238,21 @@ QWidget* Form_Admin_Win::construirCarrera() {
     fila->addLayout(centro, 2);
 
     connect(guardarVentas, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        AdminGanadores::Switches s;
+        TarjetaCarrera::Switches s;
         s.ganadores = swGanadores_->isChecked();
         s.remate = swRemate_->isChecked();
         s.macuare = swMacuare_->isChecked();
         s.tablaFija = swTablaFija_->isChecked();
         s.puestos = swPuestos_->isChecked();
-        logica_.guardarSwitches(s);
+        tarjeta_.guardarSwitches(seleccion(), s);
         refrescarCarrera();
     });
     connect(abrir, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        logica_.guardarCarrera(true);
+        tarjeta_.guardarCarrera(seleccion(), true);
         refrescarCarrera();
     });
     connect(cerrar, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        logica_.guardarCarrera(false);
+        tarjeta_.guardarCarrera(seleccion(), false);
         refrescarCarrera();
     });
 
@@ -306,31 +305,26 @@ QWidget* Form_Admin_Win::construirCarrera() {
     fila->addLayout(derecha, 1);
 
     connect(procesar, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        logica_.pagarOficial = oficial_->isChecked();
-        if (logica_.procesarCarrera(ganador_->text(), dividendo_->text(), ganador2_->text(), dividendo2_->text()))
-            mostrarProceso();
+        if (const auto r = resultado_.procesar(seleccion(), ganador_->text(), dividendo_->text(), ganador2_->text(),
+                                               dividendo2_->text(), oficial_->isChecked()))
+            mostrarProceso(*r);
         refrescarVentas();
         refrescarCarrera();
     });
     connect(limpiar, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        logica_.limpiarCarrera();
+        resultado_.limpiar(seleccion());
         refrescarVentas();
     });
     connect(anular, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        logica_.anularCarrera();
+        resultado_.anular(seleccion());
         refrescarVentas();
     });
     connect(cuatro, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        logica_.devolverCuatroCaballos();
+        resultado_.devolverCuatroCaballos(seleccion());
         refrescarVentas();
     });
     connect(retirar, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        logica_.retirarCaballo(retirar_->text());
+        resultado_.retirarCaballo(seleccion(), retirar_->text());
         refrescarVentas();
     });
     return w;
@@ -342,15 +336,14 @@ QWidget* Form_Admin_Win::construirCupos() {
     auto* grid = new QGridLayout;
     for (int i = 1; i <= 16; ++i) {
         auto* e = caja(w, QStringLiteral("cab%1").arg(i), SoloNumerosComa, 100);
-        cupos_ << e;
+        cuposCajas_ << e;
         grid->addWidget(new QLabel(QStringLiteral("Caballo %1").arg(i), w), (i - 1) / 4, ((i - 1) % 4) * 2);
         grid->addWidget(e, (i - 1) / 4, ((i - 1) % 4) * 2 + 1);
         // Each edited limit is saved alone.
         connect(e, &QLineEdit::editingFinished, this, [this, e, i] {
             if (cargando_ || !e->isModified()) return;
             e->setModified(false);
-            leerSeleccion();
-            logica_.guardarCupo(i, e->text());
+            cupos_.guardarCupo(seleccion(), i, e->text());
         });
     }
     grid->setColumnStretch(8, 1);
@@ -358,10 +351,9 @@ QWidget* Form_Admin_Win::construirCupos() {
     raiz->addLayout(grid);
     auto* todos = boton(QStringLiteral("Guardar todos los cupos"), w, "guardarCupos");
     connect(todos, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
         QStringList v;
-        for (QLineEdit* e : cupos_) v << e->text();
-        logica_.guardarCupos(v);
+        for (QLineEdit* e : cuposCajas_) v << e->text();
+        cupos_.guardarCupos(seleccion(), v);
         refrescarCupos();
     });
     auto* pie = new QHBoxLayout;
@@ -444,7 +436,6 @@ QWidget* Form_Admin_Win::construirDividendos() {
 
     auto* guardar = boton(QStringLiteral("Guardar regla de dividendos"), w, "guardarRegla");
     connect(guardar, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
         QMap<QString, QString> campos;
         for (auto it = regla_.cbegin(); it != regla_.cend(); ++it) campos.insert(it.key(), valorDe(it.value()));
         for (int n = 4; n <= 7; ++n)
@@ -452,7 +443,7 @@ QWidget* Form_Admin_Win::construirDividendos() {
                 const QTableWidgetItem* i = corredores_->item(n - 4, c);
                 campos.insert(QString::number(n) + kCorredoresCampos[c], i ? i->text() : QString());
             }
-        if (logica_.guardarRegla(campos)) refrescarRegla();
+        if (reglaCentro_.guardar(seleccion(), campos)) refrescarRegla();
     });
     auto* pie = new QHBoxLayout;
     pie->addWidget(guardar);
@@ -489,8 +480,7 @@ QWidget* Form_Admin_Win::construirDescargas() {
         return true;
     });
     connect(registrar, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        if (logica_.registrarDescarga(descargaCaballo_->text(), descargaMonto_->text())) {
+        if (descargasGrupo_.registrarDescarga(seleccion(), descargaCaballo_->text(), descargaMonto_->text())) {
             descargaCaballo_->clear();
             descargaMonto_->clear();
             descargaCaballo_->setFocus();
@@ -522,8 +512,7 @@ QWidget* Form_Admin_Win::construirDescargas() {
         return true;
     });
     connect(registrarC, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        if (logica_.registrarCondicionado(condCaballo_->text(), condMonto_->text())) {
+        if (descargasGrupo_.registrarCondicionado(seleccion(), condCaballo_->text(), condMonto_->text())) {
             condCaballo_->clear();
             condMonto_->clear();
         }
@@ -532,7 +521,7 @@ QWidget* Form_Admin_Win::construirDescargas() {
     connect(eliminar, &QPushButton::clicked, this, [this] {
         const QModelIndex i = condTabla_->currentIndex();
         if (!i.isValid()) return;
-        logica_.eliminarCondicionado(condModelo_->recordset()[i.row()].integer("id_condicionado"));
+        descargasGrupo_.eliminarCondicionado(condModelo_->recordset()[i.row()].integer("id_condicionado"));
         refrescarDescargas();
     });
     fila->addWidget(cond, 1);
@@ -545,7 +534,7 @@ QWidget* Form_Admin_Win::construirBoletos() {
     auto* filtros = new QHBoxLayout;
     clase_ = new QComboBox(w);
     clase_->setObjectName("clase");
-    clase_->addItems(AdminGanadores::clasesEstatus());
+    clase_->addItems(BoletosEscritorio::clasesEstatus());
     clase_->setCurrentText("TODAS");
     buscaCaballo_ = caja(w, "buscaCaballo", SoloNumeros, 60);
     historico_ = new QCheckBox(QStringLiteral("Boletos guardados"), w);
@@ -586,17 +575,16 @@ QWidget* Form_Admin_Win::construirBoletos() {
         std::function<bool()> fn;
     };
     const QVector<Comando> lista = {
-        {"Anular", "anularNumero", [this] { return logica_.anularPorNumero(numeroBoleto()); }},
-        {"Anular por código", "anularCodigo", [this] { return logica_.anularPorCodigo(); }},
-        {"Pagar", "pagar", [this] { return logica_.pagarBoleto(numeroBoleto()); }},
-        {"Devolver", "devolver", [this] { return logica_.devolverBoleto(numeroBoleto()); }},
-        {"Renumerar", "renumerar", [this] { return logica_.renumerarBoleto(numeroBoleto()); }},
-        {"Anular Macuare", "anularMacuare", [this] { return logica_.anularMacuare(); }},
+        {"Anular", "anularNumero", [this] { return boletosEscritorio_.anularPorNumero(numeroBoleto()); }},
+        {"Anular por código", "anularCodigo", [this] { return boletosEscritorio_.anularPorCodigo(); }},
+        {"Pagar", "pagar", [this] { return boletosEscritorio_.pagar(numeroBoleto()); }},
+        {"Devolver", "devolver", [this] { return boletosEscritorio_.devolver(numeroBoleto()); }},
+        {"Renumerar", "renumerar", [this] { return boletosEscritorio_.renumerar(numeroBoleto()); }},
+        {"Anular Macuare", "anularMacuare", [this] { return boletosEscritorio_.anularMacuare(); }},
     };
     for (const Comando& c : lista) {
         auto* b = boton(QString::fromUtf8(c.texto), w, c.nombre);
         connect(b, &QPushButton::clicked, this, [this, fn = c.fn] {
-            leerSeleccion();
             if (fn() && !boletosModelo_->recordset().empty()) buscar();
         });
         comandos->addWidget(b);
@@ -607,8 +595,7 @@ QWidget* Form_Admin_Win::construirBoletos() {
     comandos->addWidget(auditar);
     comandos->addWidget(borrar);
     connect(auditar, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        const auto a = logica_.auditoria();
+        const auto a = boletosEscritorio_.auditoria(seleccion());
         if (!a) return;
         boletosModelo_->setRecordset(a->alterados, {col(" BOLETO ", "nu_boleto"),
                                                     col(" HORA ", "hora"),
@@ -624,8 +611,7 @@ QWidget* Form_Admin_Win::construirBoletos() {
                                    .arg(a->alterados.size()));
     });
     connect(borrar, &QPushButton::clicked, this, [this] {
-        leerSeleccion();
-        logica_.borrarAuditoria();
+        boletosEscritorio_.borrarAuditoria(seleccion());
     });
     raiz->addLayout(comandos);
     return w;
@@ -642,26 +628,26 @@ QWidget* Form_Admin_Win::construirTaquillas() {
 
 // ---------------------------------------------------------------- refresh
 
-void Form_Admin_Win::leerSeleccion() {
-    logica_.fecha = fechaSql(fecha_->date());
-    logica_.hipodromo = hipodromo_->currentText();
-    logica_.carrera = carrera_->value();
-    logica_.centro = centro_->currentText();
-    logica_.grupo = grupo_->currentText();
+Seleccion Form_Admin_Win::seleccion() const {
+    Seleccion s;
+    s.fecha = fechaSql(fecha_->date());
+    s.hipodromo = hipodromo_->currentText();
+    s.carrera = carrera_->value();
+    s.centro = centro_->currentText();
+    s.grupo = grupo_->currentText();
+    return s;
 }
 
 void Form_Admin_Win::llenarGrupos() {
     cargando_ = true;
-    logica_.centro = centro_->currentText();
     const QString antes = grupo_->currentText();
     grupo_->clear();
-    grupo_->addItems(logica_.grupos());
+    grupo_->addItems(opciones_.grupos(centro_->currentText()));
     if (grupo_->findText(antes) >= 0) grupo_->setCurrentText(antes);
     cargando_ = false;
 }
 
 void Form_Admin_Win::refrescar() {
-    leerSeleccion();
     refrescarVentas();
     refrescarCarrera();
     refrescarCupos();
@@ -671,11 +657,10 @@ void Form_Admin_Win::refrescar() {
 }
 
 void Form_Admin_Win::refrescarVentas() {
-    leerSeleccion();
-    const AdminGanadores::VentasCaballos v = logica_.ventasPorCaballo();
+    const VentasCarrera::VentasCaballos v = ventasCarrera_.ventasPorCaballo(seleccion());
     ventas_->clear();
-    ventas_->addItems(logica_.lineasVentas(v));
-    const AdminGanadores::VentasDia d = logica_.ventasDelDia();
+    ventas_->addItems(ventasCarrera_.lineasVentas(v));
+    const VentasCarrera::VentasDia d = ventasCarrera_.ventasDelDia(seleccion());
     const bool dolar = ctx_.session.enDolares();
     dia_->setText(QStringLiteral("Venta del día: %1 ganadores (%2)\n Monto Cobrado: %3\n Cobrado y por cobrar: %4")
                       .arg(QLocale(QLocale::English).toString(d.unidades, 'f', 0), formatoMonto(d.monto, dolar),
@@ -683,7 +668,7 @@ void Form_Admin_Win::refrescarVentas() {
 }
 
 void Form_Admin_Win::refrescarCarrera() {
-    const Recordset rs = logica_.listaCarrera();
+    const Recordset rs = tarjeta_.listaCarrera(seleccion());
     cargando_ = true;
     carreraTabla_->setRowCount(rs.size());
     for (int i = 0; i < rs.size(); ++i) {
@@ -709,7 +694,7 @@ void Form_Admin_Win::refrescarCarrera() {
         ganador_->setPlaceholderText({});
         dividendo_->setPlaceholderText({});
     }
-    if (const auto s = logica_.switchesCarrera()) {
+    if (const auto s = tarjeta_.switchesCarrera(seleccion())) {
         swGanadores_->setChecked(s->ganadores);
         swRemate_->setChecked(s->remate);
         swMacuare_->setChecked(s->macuare);
@@ -724,31 +709,31 @@ void Form_Admin_Win::celdaCarrera(int fila, int columna) {
     const QTableWidgetItem* id = carreraTabla_->item(fila, 0);
     const QTableWidgetItem* i = carreraTabla_->item(fila, columna);
     if (!id || !i) return;
-    leerSeleccion();
+    const Seleccion s = seleccion();
     const long long idCarrera = id->text().toLongLong();
-    if (columna == 4) logica_.cambiarRetirado(idCarrera, i->checkState() == Qt::Checked);
+    if (columna == 4) tarjeta_.cambiarRetirado(s, idCarrera, i->checkState() == Qt::Checked);
     else if (columna == 5) {
         bool ok = false;
         const int e = i->text().toInt(&ok);
-        logica_.cambiarEstado(idCarrera, ok ? e : -1);
-    } else if (columna == 6) logica_.cambiarApuestaMax(idCarrera, i->text());
+        tarjeta_.cambiarEstado(s, idCarrera, ok ? e : -1);
+    } else if (columna == 6) tarjeta_.cambiarApuestaMax(s, idCarrera, i->text());
     else return;
     QTimer::singleShot(0, this, &Form_Admin_Win::refrescarCarrera);
 }
 
 void Form_Admin_Win::refrescarCupos() {
     cargando_ = true;
-    const auto r = logica_.cuposCentro();
-    for (int i = 0; i < cupos_.size(); ++i) {
-        cupos_[i]->setEnabled(r.has_value());
-        cupos_[i]->setText(r ? r->text(QStringLiteral("cab%1").arg(i + 1)) : QString());
-        cupos_[i]->setModified(false);
+    const auto r = cupos_.leer(seleccion());
+    for (int i = 0; i < cuposCajas_.size(); ++i) {
+        cuposCajas_[i]->setEnabled(r.has_value());
+        cuposCajas_[i]->setText(r ? r->text(QStringLiteral("cab%1").arg(i + 1)) : QString());
+        cuposCajas_[i]->setModified(false);
     }
     cargando_ = false;
 }
 
 void Form_Admin_Win::refrescarRegla() {
-    const QMap<QString, QString> v = logica_.reglaCentro();
+    const QMap<QString, QString> v = reglaCentro_.leer(seleccion());
     for (auto it = regla_.cbegin(); it != regla_.cend(); ++it) {
         ponerValor(it.value(), v.value(it.key(), QStringLiteral("0")));
         it.value()->setEnabled(!v.isEmpty());
@@ -764,7 +749,7 @@ void Form_Admin_Win::refrescarRegla() {
 }
 
 void Form_Admin_Win::refrescarDescargas() {
-    const AdminGanadores::Descargas d = logica_.descargas();
+    const DescargasGrupo::Descargas d = descargasGrupo_.descargas(seleccion());
     descargasModelo_->setRecordset(d.filas, {col(" Caballo ", "caballo"),
                                              col(" Ganadores ", "ganadores"),
                                              col("  Cobrado ", "cobrado"),
@@ -773,19 +758,18 @@ void Form_Admin_Win::refrescarDescargas() {
     const bool dolar = ctx_.session.enDolares();
     descargasTotal_->setText(QStringLiteral("Ganadores: %1    Cobrado: %2")
                                  .arg(textoNumero(d.sumaganadores), formatoMonto(d.sumacobrado, dolar)));
-    condModelo_->setRecordset(logica_.condicionados(), {col(" Ch ", "ch"),
+    condModelo_->setRecordset(descargasGrupo_.condicionados(seleccion()), {col(" Ch ", "ch"),
                                                        col(" Carrera ", "carrera"),
                                                        col(" Caballo ", "caballo"),
                                                        col(" Condicionado ", "montocond")});
 }
 
 void Form_Admin_Win::refrescarTaquillas() {
-    taquillasModelo_->setRecordset(logica_.taquillasDelGrupo(),
+    taquillasModelo_->setRecordset(opciones_.taquillasDelGrupo(seleccion()),
                                    {col(" USUARIO ", "usuario"), col(" NOMBRE ", "nombre"), col(" PLANTILLA ", "plantilla")});
 }
 
-void Form_Admin_Win::mostrarProceso() {
-    const ResultadoProceso& r = logica_.ultimoProceso();
+void Form_Admin_Win::mostrarProceso(const ResultadoProceso& r) {
     proceso_->setRowCount(r.grupos.size());
     for (int i = 0; i < r.grupos.size(); ++i) {
         const LiquidacionGrupo& g = r.grupos[i];
@@ -804,8 +788,7 @@ void Form_Admin_Win::mostrarProceso() {
 }
 
 void Form_Admin_Win::buscar() {
-    leerSeleccion();
-    const auto b = logica_.buscarBoletos(clase_->currentText(), buscaCaballo_->text(), historico_->isChecked());
+    const auto b = boletosEscritorio_.buscar(seleccion(), clase_->currentText(), buscaCaballo_->text(), historico_->isChecked());
     if (!b) {
         boletosModelo_->setRecordset(Recordset());
         boletosTotal_->clear();

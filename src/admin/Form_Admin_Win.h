@@ -1,6 +1,10 @@
 #pragma once
 
-#include "admin/AdminGanadores.h"
+#include "admin/BoletosEscritorio.h"
+#include "admin/CarreraEscritorio.h"
+#include "admin/CentroEscritorio.h"
+#include "admin/DescargasEscritorio.h"
+#include "admin/Escritorio.h"
 
 #include <QMap>
 #include <QWidget>
@@ -24,14 +28,12 @@ class Context;
 class RecordsetModel;
 
 // The winners pool administration window: the administrator's desk for the
-// winner-bet game of one day. All work is done by AdminGanadores; this view
-// shows what it returns.
+// winner-bet game of one day. All work is done by the desk's commands, each
+// given the selection the header shows; this view shows what they return.
 class Form_Admin_Win : public QWidget {
     Q_OBJECT
 public:
     explicit Form_Admin_Win(Context& ctx, QWidget* parent = nullptr);
-
-    AdminGanadores& logica() { return logica_; }
 
     // Re-reads what the window shows for the chosen date, race, centre and group.
     void refrescar();
@@ -48,7 +50,8 @@ private:
     QWidget* construirBoletos();
     QWidget* construirTaquillas();
 
-    void leerSeleccion();
+    // What the header shows now: the selection every command acts on.
+    Seleccion seleccion() const;
     void llenarGrupos();
     void refrescarVentas();
     void refrescarCarrera();
@@ -56,13 +59,20 @@ private:
     void refrescarRegla();
     void refrescarDescargas();
     void refrescarTaquillas();
-    void mostrarProceso();
+    void mostrarProceso(const ResultadoProceso& r);
     void celdaCarrera(int fila, int columna);
     void buscar();
     long long numeroBoleto();
 
     Context& ctx_;
-    AdminGanadores logica_;
+    OpcionesEscritorio opciones_;
+    VentasCarrera ventasCarrera_;
+    TarjetaCarrera tarjeta_;
+    ResultadoCarrera resultado_;
+    CuposCentro cupos_;
+    ReglaCentro reglaCentro_;
+    DescargasGrupo descargasGrupo_;
+    BoletosEscritorio boletosEscritorio_;
     bool cargando_ = false;
 
     QDateEdit* fecha_ = nullptr;
@@ -92,7 +102,7 @@ private:
     QCheckBox* swPuestos_ = nullptr;
 
     // Limits tab.
-    QVector<QLineEdit*> cupos_;
+    QVector<QLineEdit*> cuposCajas_;
 
     // Dividend rule tab: one editor per rule column.
     QMap<QString, QWidget*> regla_;

@@ -3,6 +3,7 @@
 #include "core/Connections.h"
 #include "core/Context.h"
 #include "core/Db.h"
+#include "core/RegistroErrores.h"
 #include "core/Version.h"
 
 #include <QDir>
@@ -15,6 +16,10 @@ namespace {
 
 const QString kGanadores = QStringLiteral("GANADORES");
 const QString kBolivares = QStringLiteral("BOLIVARES");
+// Where the fallbacks to this machine's file are logged from.
+const QString kVentanaAjustes = QStringLiteral("conf_local");
+// The server's answer when the named schema does not exist.
+constexpr long kBaseDesconocida = 1049;
 
 }  // namespace
 
@@ -41,7 +46,10 @@ std::shared_ptr<Db> conexionLocalDisponible(Context& ctx) {
     if (ctx.cnLocal) return ctx.cnLocal;
     try {
         return Db::open(cadenaLocal(ctx.config));
-    } catch (const DbError&) {
+    } catch (const DbError& e) {
+        // A machine without a local schema (every booth) works without it;
+        // any other failure goes to the log.
+        if (e.nativeCode() != kBaseDesconocida) registrarError(ctx, kVentanaAjustes, e);
         return nullptr;
     }
 }
@@ -55,8 +63,9 @@ ConfLocal leerConfImpresion(Context& ctx) {
                 cargarConfLocal(s, rs.first());
                 return s.confLocal;
             }
-        } catch (const DbError&) {
-            // A local schema without its settings table: fall back to this machine's file.
+        } catch (const DbError& e) {
+            // A local schema without its settings table: this machine's file holds them.
+            registrarError(ctx, kVentanaAjustes, e);
         }
     }
     ConfLocal c;

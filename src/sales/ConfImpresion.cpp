@@ -2,7 +2,10 @@
 
 #include "core/Context.h"
 #include "core/Formato.h"
+#include "core/Guardia.h"
+#include "core/Textos.h"
 #include "sales/AjustesLocales.h"
+#include "sales/Juego.h"
 #include "sales/Tickets.h"
 
 namespace hipico {
@@ -52,14 +55,10 @@ bool ConfImpresion::validar(const Valores& v) {
 bool ConfImpresion::guardar(const Valores& v) {
     if (!validar(v)) return false;
     const ConfLocal conf = aConf(v, ctx_.session.confLocal);
-    try {
-        guardarConfImpresion(ctx_, conf);
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloConfImpresion, e.text());
+    if (!proteger(ctx_, QStringLiteral("Form_ConfImpresion"), [&] { guardarConfImpresion(ctx_, conf); }))
         return false;
-    }
     ctx_.session.confLocal = conf;
-    ctx_.dialogs.inform(kTituloConfImpresion, QStringLiteral("Los cambios se han realizado con exito"));
+    ctx_.dialogs.inform(kTituloConfImpresion, texto::CambiosRealizados);
     return true;
 }
 
@@ -67,7 +66,7 @@ bool ConfImpresion::imprimirPrueba(const Valores& v) {
     if (!validar(v)) return false;
     const ConfLocal conf = aConf(v, ctx_.session.confLocal);
     const QDateTime ahora = ctx_.clock.now();
-    const QString fecha = ctx_.session.fecha.isEmpty() ? fechaSql(ahora.date()) : ctx_.session.fecha;
+    const QString fecha = fechaTrabajo(ctx_);
     try {
         crearImpresora(conf)->imprimir(paginaPrueba(ctx_.session.ch, ctx_.session.usuario, fecha, horaTexto(ahora.time()),
                                                     modoImpresora(conf.puerto) == ModoImpresora::Grafica));

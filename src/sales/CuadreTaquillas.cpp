@@ -3,8 +3,12 @@
 #include "core/Context.h"
 #include "core/Db.h"
 #include "core/Formato.h"
+#include "core/Guardia.h"
+#include "core/Niveles.h"
+#include "core/Textos.h"
 #include "core/Openers.h"
 #include "sales/AjustesLocales.h"
+#include "schema/Escritores.h"
 
 #include <algorithm>
 
@@ -12,15 +16,7 @@ namespace hipico {
 
 namespace {
 
-bool nivelGeneral(const QString& nivel) {
-    return nivel == QLatin1String("Socio") || nivel == QLatin1String("Administrador") ||
-           nivel == QLatin1String("Administrador Oculto");
-}
-
-bool nivelCentro(const QString& nivel) {
-    return nivel == QLatin1String("Supervisor") || nivel == QLatin1String("Gerente");
-}
-
+const QString kVentana = QStringLiteral("Form_RPT_CuadreTaqWIn");
 const QString kTodos = QStringLiteral("TODOS");
 
 // The statements for one source table: the day's tickets or the group copy.
@@ -62,12 +58,14 @@ const Fuente kCopiaGrupo{
 
 QStringList CuadreTaquillas::grupos() {
     const Session& s = ctx_.session;
-    if (!nivelGeneral(s.nivel) && !nivelCentro(s.nivel)) return {s.grupo};
+    if (!esNivelDireccion(s.nivel) && !esNivelSupervision(s.nivel)) return {s.grupo};
     QStringList out{kTodos};
-    const Recordset rs = nivelGeneral(s.nivel)
-                             ? ctx_.servidor().query("SELECT grupo FROM grupos ORDER BY grupo")
-                             : ctx_.servidor().query("SELECT grupo FROM grupos WHERE ch = ? ORDER BY grupo", {s.ch});
-    for (const Row& r : rs) out << r.text("grupo");
+    proteger(ctx_, kVentana, [&] {
+        const Recordset rs = esNivelDireccion(s.nivel)
+                                 ? ctx_.servidor().query("SELECT grupo FROM grupos ORDER BY grupo")
+                                 : ctx_.servidor().query("SELECT grupo FROM grupos WHERE ch = ? ORDER BY grupo", {s.ch});
+        for (const Row& r : rs) out << r.text("grupo");
+    });
     return out;
 }
 
@@ -78,11 +76,11 @@ QVector<CuadreTaquillas::Fila> CuadreTaquillas::buscar(const QDate& dia, const Q
     const QString fecha = fechaSql(dia);
     const Fuente& f = fecha == s.fecha ? kDelDia : kCopiaGrupo;
     QVector<Fila> filas;
-    try {
+    const bool hecho = proteger(ctx_, kVentana, [&] {
         Db& db = ctx_.servidor();
         Recordset ventas;
         if (grupo != kTodos) ventas = db.query(f.ventaGrupo, {fecha, grupo});
-        else if (nivelGeneral(s.nivel)) ventas = db.query(f.ventaTodos, {fecha});
+        else if (esNivelDireccion(s.nivel)) ventas = db.query(f.ventaTodos, {fecha});
         else ventas = db.query(f.ventaCentro, {fecha, s.ch});
         const QString filtroGrupo = grupo == kTodos ? QString() : grupo;
         for (const Row& v : ventas) {
@@ -100,16 +98,13 @@ QVector<CuadreTaquillas::Fila> CuadreTaquillas::buscar(const QDate& dia, const Q
             local->inTransaction([&] {
                 local->exec("DELETE from rpt_resultadostaqs");
                 for (const Fila& x : filas)
-                    local->exec("INSERT INTO `rpt_resultadostaqs` VALUES (NULL,?,?,?,?,?,?,?);",
-                                {x.taquilla, x.fecha, x.jugado, x.cobrado, x.total, x.taquilla, x.porPagar});
+                    insertar(*local, resultadoTaquilla(x.taquilla, x.fecha, x.jugado, x.cobrado, x.total, x.porPagar));
             });
             if (ctx_.cnLocal) AbrirRptResultadosTaqs(ctx_);
         }
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(QStringLiteral(" Busqueda "), e.text());
-        return {};
-    }
-    if (filas.isEmpty()) ctx_.dialogs.inform(QStringLiteral(" Busqueda "), QStringLiteral("No se encontro Ningun registro"));
+    });
+    if (!hecho) return {};
+    if (filas.isEmpty()) ctx_.dialogs.inform(texto::TituloBusqueda, texto::SinRegistros);
     return filas;
 }
 

@@ -1,6 +1,7 @@
 #include "sales/TicketKeys.h"
 
 #include "core/Cipher.h"
+#include "sales/Juego.h"
 
 #include <cmath>
 
@@ -65,7 +66,7 @@ Alteracion verificarBoleto(const Row& b, const std::optional<Row>& copia) {
     if (b.text("llave") != llaves.llave) return Alteracion::Caballo;
     if (b.text("llave5") != llaves.llave5) return Alteracion::Carrera;
     if (b.text("llave2") != llaves.llave2) return Alteracion::Unidades;
-    if (b.integer("estatus") == 1 && !premioCorrecto(b)) return Alteracion::Premio;
+    if (estatusDe(b) == Estatus::Ganador && !premioCorrecto(b)) return Alteracion::Premio;
     if (copia && !coincideConCopia(b, *copia)) return Alteracion::CopiaGrupo;
     return Alteracion::Ninguna;
 }

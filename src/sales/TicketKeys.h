@@ -43,8 +43,7 @@ enum class Alteracion { Ninguna, Caballo, Carrera, Unidades, Premio, CopiaGrupo 
 // dividend enciphered in llave3, and a llave6 that matches the ticket's group,
 // race and horse.
 Alteracion verificarBoleto(const Row& boleto, const std::optional<Row>& copiaGrupo);
-// The message the booth shows for each alteration (title "Seguridad del Sistema").
+// The message the booth shows for each alteration (title "Seguridad del Sistema"); "" for none.
 QString mensajeAlteracion(Alteracion a);
-inline const QString kTituloSeguridad = QStringLiteral("Seguridad del Sistema");
 
 }  // namespace hipico

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/Niveles.h"
-#include "core/Recordset.h"
-#include "sales/AjustesLocales.h"
-#include "sales/Tickets.h"
+#include "core/Textos.h"
+#include "sales/CifrasGanadores.h"
+#include "sales/ImpresoraTaquilla.h"
+#include "sales/JuegoGanadores.h"
 
 #include <QString>
 #include <QVector>
@@ -12,16 +12,12 @@
 namespace hipico {
 
 class Context;
-class Db;
 
-// Logic of the winner-bet sale window (Form_Venta_WIN): sale, supervisor
-// password, payment lookup and payment, void, running totals, sales per
-// horse, race and runner lists, sale unit, printed summary.
-//
-// Money checks run in one transaction with the rows they depend on locked:
-// the horse's race-card row (so a close of the race waits for the sales in
-// flight, and a sale after the close sees it closed), the client's row, and
-// the ticket's row at payment and void.
+// Logic of the winner-bet sale window (Form_Venta_WIN): the winner game run
+// by the sale, payment and void flows, plus what the window keeps between
+// its events (sale unit, a sale waiting for the supervisor's password, the
+// ticket accepted for payment, the last printed piece). A database failure
+// is reported once by the error guard and leaves the window as it was.
 class VentaGanadores {
 public:
     explicit VentaGanadores(Context& ctx);
@@ -31,18 +27,7 @@ public:
 
     // ---- Sale (Boton_Procesar) ----
     enum class Resultado { Vendido, Rechazado, PedirClave };
-    struct Boleto {
-        long long numero = 0;
-        QString codigo;
-        long long carrera = 0;
-        long long caballo = 0;
-        QString nombreCaballo;
-        double ganadores = 0;
-        double costo = 0;
-        QString fecha;
-        QString hora;
-        bool conClave = false;  // sold with the supervisor password (keys left at zero)
-    };
+    using Boleto = BoletoVendido;
     struct Venta {
         Resultado resultado = Resultado::Rechazado;
         Boleto boleto;  // when sold
@@ -59,13 +44,7 @@ public:
     void cancelarClave() { pendiente_.reset(); }
 
     // ---- Payment ----
-    struct Consulta {
-        bool pagable = false;
-        QString codigo;
-        QString mensaje;  // "CABALLO GANADOR" / "CABALLO RETIRADO" when payable
-        double monto = 0;
-        int estatus = -1;
-    };
+    using Consulta = ConsultaCobro;
     // Text_boletoCobro + Enter: looks the ticket up and checks it; refusals
     // are shown to the user. A payable ticket is kept for cobrarBoleto.
     Consulta buscarBoletoCobro(const QString& codigo);
@@ -79,27 +58,15 @@ public:
     bool anularBoleto();
 
     // ---- Running totals and lists ----
-    TotalesDia Totalizar_Dia();
-    struct VentaCaballo {
-        long long caballo = 0;
-        double unidades = 0;
-    };
+    TotalesDia Totalizar_Dia() { return Cuadrar(0, 0); }
+    using VentaCaballo = hipico::VentaCaballo;
     QVector<VentaCaballo> Calcular_VentasCaballos(long long carrera);
-    struct Corredor {
-        long long numero = 0;
-        QString nombre;
-        bool retirado = false;
-    };
+    using Corredor = CorredorCarrera;
     QVector<Corredor> corredores(long long carrera);
-    struct CarreraDia {
-        long long carrera = 0;
-        bool abierta = false;
-    };
+    using CarreraDia = hipico::CarreraDia;
     QVector<CarreraDia> carreras();
     // The group's race open for sale (the window starts on it).
     long long carreraDelGrupo() const;
-    // The track the booth sells: the group's, else the system's current track.
-    long long pistaDelGrupo() const;
 
     // ---- Sale unit ----
     UnidadVenta unidad() const { return unidad_; }
@@ -114,9 +81,8 @@ public:
     bool imprimirResumen(long long desde, long long hasta);
     TotalesDia Cuadrar(long long desde = 0, long long hasta = 0);
 
-    // The last piece printed (or that failed to print) and its reprint.
-    const std::optional<Impreso>& ultimoImpreso() const { return ultimo_; }
-    bool reimprimir();
+    // Prints the last piece printed (or that failed to print) again.
+    bool reimprimir() { return impresora_.reimprimir(); }
 
     // Amounts as this window shows them (mascara 1: plain numbers).
     QString montoPantalla(double monto) const;
@@ -124,35 +90,20 @@ public:
     double valorGanador() const;
 
 private:
-    struct Solicitud {
-        QString carrera, caballo, monto, cliente;
-        Row grupo;
-        UnidadVenta unidad = UnidadVenta::Ganadores;
-        bool autorizada = false;
-    };
-    Venta vender(const Solicitud& s);
-    Row leerGrupo(const QString& carrera, const QString& caballo);
-    bool imprimir(const Impreso& graficoORaw);
-    Impreso ticketDe(const Boleto& b, const Row& grupo);
-    QString hipodromo(long long id);
-    std::optional<Consulta> evaluar(const Row& boleto, bool avisar);
-    void refusal(const QString& titulo, const QString& texto);
-    bool grafico() const;
+    Venta vender(const PedidoGanador& pedido, const Row& grupo);
 
     Context& ctx_;
+    ImpresoraTaquilla impresora_;
     UnidadVenta unidad_ = UnidadVenta::Ganadores;
-    std::optional<Solicitud> pendiente_;
+    struct Pendiente {
+        PedidoGanador pedido;
+        Row grupo;
+    };
+    std::optional<Pendiente> pendiente_;
     std::optional<Consulta> porCobrar_;
-    std::optional<Impreso> ultimo_;
 };
 
-
-// Titles and texts of the window shared with its tests.
-inline const QString kTituloValidacion = QStringLiteral("Validación del Sistema");
-inline const QString kTituloVerifique = QStringLiteral("VERIFIQUE E INTENTE DE NUEVO");
-inline const QString kTituloParametros = QStringLiteral("PARAMETROS DE VENTA");
-inline const QString kTituloCobro = QStringLiteral("COBRO DE BOLETOS");
-inline const QString kTituloAnulacion = QStringLiteral("ANULACION DE BOLETOS");
-inline const QString kTituloImpresora = QStringLiteral("IMPRESORA");
+// The name the sale window's view gives the system-validation title.
+inline const QString& kTituloValidacion = texto::TituloValidacionSistema;
 
 }  // namespace hipico

@@ -6,7 +6,9 @@
 #include "core/Openers.h"
 #include "core/Version.h"
 #include "core/WindowRegistry.h"
-#include "sales/TicketRules.h"
+#include "core/Guardia.h"
+#include "core/Textos.h"
+#include "sales/JuegoGanadores.h"
 #include "schema/LocalSchema.h"
 #include "signin/MenuEntradas.h"
 
@@ -17,7 +19,8 @@ namespace hipico {
 namespace {
 
 const QString kTituloMenu = QStringLiteral("MENU PRINCIPAL");
-constexpr int kLargoMotivo = 255;  // bitacora.motivo
+const QString kTituloAnular = QStringLiteral("ANULAR BOLETO");
+const QString kTituloMotivo = QStringLiteral("MOTIVO");
 
 // A schema name from the deployment, as an identifier between backquotes.
 std::string esquema(const QString& nombre) {
@@ -34,15 +37,13 @@ QString MenuPrincipal::titulo(const Session& s) { return tituloMenuPrincipal(s);
 
 void MenuPrincipal::cargarAjustes() {
     Session& s = ctx_.session;
-    try {
+    proteger(ctx_, kTituloMenu, [&] {
         AbrirConfiguracion(ctx_);
         const Recordset& configuracion = ctx_.rs("rsConfiguracion");
         if (!configuracion.empty()) cargarConfiguracion(s, configuracion.first());
         AbrirGrupos(ctx_);
         cargarParametrosGrupo(s, ctx_.rs("rsGrupos"));
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloMenu, e.text());
-    }
+    });
 }
 
 MenuPrincipal::Carga MenuPrincipal::avisos() {
@@ -101,48 +102,34 @@ bool MenuPrincipal::habilitada(const QString& entrada) const {
 bool MenuPrincipal::permitido(const QString& entrada) const {
     const EntradaMenu* e = buscarEntrada(entrada);
     if (!e || e->permitidos.isEmpty() || e->permitidos.contains(ctx_.session.nivel)) return true;
-    ctx_.dialogs.refuse(kTituloSinAcceso, kSinAcceso);
+    ctx_.dialogs.refuse(kTituloSinAcceso, texto::SinAcceso);
     return false;
 }
 
 MenuPrincipal::Anulacion MenuPrincipal::AnularBoleto() {
     if (!permitido(QStringLiteral("anular_menu"))) return Anulacion::SinAcceso;
-    const auto codigo = ctx_.dialogs.ask(kTituloCodigoBoleto, kIngreseCodigo);
-    if (!codigo || codigo->trimmed().isEmpty()) return Anulacion::Cancelada;
-    const auto motivo = ctx_.dialogs.ask(kTituloMotivo, kIngreseMotivo, kMotivoPorDefecto);
-    if (!motivo || motivo->trimmed().isEmpty()) return Anulacion::Cancelada;
-
-    const Session& s = ctx_.session;
-    Anulacion resultado = Anulacion::Error;
-    try {
-        Db& db = ctx_.servidor();
-        // The ticket stays locked from the lookup to the delete, so results
-        // processing cannot mark it a winner in between.
-        resultado = db.inTransaction([&] {
-            const Recordset boleto = db.query("SELECT * FROM ma_principal Where nu_boleto=? AND grupo = ? FOR UPDATE",
-                                              {codigo->trimmed(), s.grupo});
-            if (boleto.empty()) return Anulacion::NoEncontrado;
-            const Row& b = boleto.first();
-            if (carreraProcesada(db, b.text("fecha"), b.integer("carrera"))) return Anulacion::CarreraProcesada;
-            return anularBoletoGanador(db, b, motivo->trimmed().left(kLargoMotivo), s.usuario) ? Anulacion::Anulado
-                                                                                               : Anulacion::NoEncontrado;
-        });
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloAnular, kNoSePuedeAnular + "\n" + e.text());
-        return Anulacion::Error;
+    // The menu looks the ticket up within the user's group.
+    PuntoAnulacion p;
+    p.ventana = kTituloMenu;
+    p.titulo = kTituloAnular;
+    p.tituloMotivo = kTituloMotivo;
+    p.ambito = "grupo";
+    p.valorAmbito = ctx_.session.grupo;
+    p.noEncontrado = texto::BoletoNoAnulable;
+    switch (anularBoleto(ctx_, juegoGanadores(), p)) {
+    case ResultadoAnulacion::Cancelada: return Anulacion::Cancelada;
+    case ResultadoAnulacion::NoEncontrado:
+    case ResultadoAnulacion::NoAnulable: return Anulacion::NoEncontrado;
+    case ResultadoAnulacion::Cerrado: return Anulacion::CarreraProcesada;
+    case ResultadoAnulacion::Anulado: return Anulacion::Anulado;
+    case ResultadoAnulacion::Error: break;
     }
-    switch (resultado) {
-    case Anulacion::NoEncontrado: ctx_.dialogs.refuse(kTituloAnular, kNoSePuedeAnular); break;
-    case Anulacion::CarreraProcesada: ctx_.dialogs.refuse(kTituloAnular, kCarreraProcesada); break;
-    case Anulacion::Anulado: ctx_.dialogs.inform(kTituloAnular, kBoletoAnulado); break;
-    default: break;
-    }
-    return resultado;
+    return Anulacion::Error;
 }
 
 bool MenuPrincipal::BorrarBDLocal() {
     if (!ctx_.dialogs.confirm(kTituloConfirmar, kBorrarBDLocal, true)) return false;
-    try {
+    return proteger(ctx_, kTituloMenu, [&] {
         // A machine whose local schema was never created (or was lost) has no
         // local connection: the schema is dropped, if there, on the server.
         const std::string borrar = "drop schema if exists " + esquema(ctx_.config.localBase) + ";";
@@ -153,14 +140,10 @@ bool MenuPrincipal::BorrarBDLocal() {
             servidor->exec(borrar);
         }
         ctx_.cnLocal.reset();
-        ctx_.dialogs.inform(kTituloAdminSistema, kBDLocalBorrada);
+        ctx_.dialogs.inform(texto::TituloAdministracionSistema, kBDLocalBorrada);
         CrearBDLocal(ctx_.config);
         ConectarLocal(ctx_);
-        return true;
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloAdminSistema, e.text());
-        return false;
-    }
+    });
 }
 
 QString MenuPrincipal::tableroPara(int subastas, int rematetam) {
@@ -176,21 +159,19 @@ QString MenuPrincipal::tableroPara(int subastas, int rematetam) {
 
 QString MenuPrincipal::ElegirSubasta() {
     Session& s = ctx_.session;
-    try {
-        const Recordset grupo = ctx_.servidor().query("select * from grupos where grupo=?", {s.grupo});
-        if (grupo.empty()) return {};
-        cargarParametrosGrupo(s, grupo);
-        s.subastas = grupo.first().toInt("subastas");
-        return tableroPara(s.subastas, grupo.first().toInt("rematetam"));
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloMenu, e.text());
-        return {};
-    }
+    return intentar(ctx_, kTituloMenu, [&] {
+               const Recordset grupo = ctx_.servidor().query("select * from grupos where grupo=?", {s.grupo});
+               if (grupo.empty()) return QString();
+               cargarParametrosGrupo(s, grupo);
+               s.subastas = grupo.first().toInt("subastas");
+               return tableroPara(s.subastas, grupo.first().toInt("rematetam"));
+           })
+        .value_or(QString());
 }
 
 bool MenuPrincipal::LlenarTFActual() {
     const Session& s = ctx_.session;
-    try {
+    return proteger(ctx_, kTituloMenu, [&] {
         Db& local = ctx_.local();
         const Recordset caballos = ctx_.servidor().query("SELECT *  FROM carreras  where fecha  = ? and carrera=?",
                                                          {s.fecha, s.ajuste("carrera")});
@@ -203,20 +184,14 @@ bool MenuPrincipal::LlenarTFActual() {
                            {c.integer("carrera"), c.integer("nu_caballo"), c.text("caballo"), c.number("valor_tf"),
                             valorTabla, s.ch, s.fecha});
         });
-        return true;
-    } catch (const DbError& e) {
-        ctx_.dialogs.refuse(kTituloMenu, e.text());
-        return false;
-    }
+    });
 }
 
 bool MenuPrincipal::Salir() {
     if (!ctx_.dialogs.confirm(kTituloSalir, kSalir, false, Icon::Question)) return false;
-    try {
-        ctx_.servidor().exec("update usuarios set mac='' where usuario =? limit 1 ", {ctx_.session.usuario});
-    } catch (const DbError& e) {
-        ctx_.dialogs.warn(kTituloSalir, e.text());
-    }
+    // The program ends even when the machine binding could not be cleared (the guard tells why).
+    proteger(ctx_, kTituloSalir,
+             [&] { ctx_.servidor().exec("update usuarios set mac='' where usuario =? limit 1 ", {ctx_.session.usuario}); });
     return true;
 }
 

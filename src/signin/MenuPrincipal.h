@@ -78,25 +78,13 @@ private:
     const WindowRegistry& ventanas_;
 };
 
-inline const QString kSinAcceso = QStringLiteral(" Usted no posee acceso a esta parte del sistema");
 inline const QString kTituloSinAcceso = QStringLiteral("ACCESO");
 inline const QString kTituloMensajeAdmin = QStringLiteral("ATENCION MENSAJE DEL ADMINISTRADOR");
 inline const QString kTituloActualizacion = QStringLiteral("Actualización de Sistema");
 inline const QString kNuevaVersion =
     QStringLiteral("Ya existe una nueva versión del sistema, ¿desea descargarla ahora?");
-inline const QString kTituloCodigoBoleto = QStringLiteral("CODIGO DEL BOLETO");
-inline const QString kIngreseCodigo = QStringLiteral("INGRESE EL CODIGO DEL BOLETO");
-inline const QString kTituloMotivo = QStringLiteral("MOTIVO");
-inline const QString kIngreseMotivo = QStringLiteral("INGRESE EL MOTIVO");
-inline const QString kMotivoPorDefecto = QStringLiteral("ANULADO");
-inline const QString kTituloAnular = QStringLiteral("ANULAR BOLETO");
-inline const QString kNoSePuedeAnular = QStringLiteral("EL BOLETO NO SE PUEDE ANULAR");
-inline const QString kCarreraProcesada =
-    QStringLiteral("EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
-inline const QString kBoletoAnulado = QStringLiteral("BOLETO ANULADO CON EXITO");
 inline const QString kTituloConfirmar = QStringLiteral("confirmar");
 inline const QString kBorrarBDLocal = QStringLiteral(" ¿Esta usted seguro de querer borrar la bd local?");
-inline const QString kTituloAdminSistema = QStringLiteral("Administración del Sistema");
 inline const QString kBDLocalBorrada = QStringLiteral("Se ha borrado con exito la bd local");
 inline const QString kTituloSalir = QStringLiteral("SALIR DEL SISTEMA");
 inline const QString kSalir = QStringLiteral("Esta seguro de salir del sistema");

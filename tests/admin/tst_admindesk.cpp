@@ -2,8 +2,11 @@
 // sale switches, the dividend rule, race-level refunds, lay-offs,
 // conditioned amounts, single-ticket commands with their refusals, the audit
 // and the ticket search.
-#include "Boletos.h"
-#include "admin/AdminGanadores.h"
+#include "support/Boletos.h"
+#include "admin/BoletosEscritorio.h"
+#include "admin/CarreraEscritorio.h"
+#include "admin/CentroEscritorio.h"
+#include "admin/DescargasEscritorio.h"
 #include "support/TestEnv.h"
 
 #include <QtTest>
@@ -19,9 +22,19 @@ class TstAdminDesk : public QObject {
 
     Db& db() { return env->db(); }
     ScriptedDialogs& dlg() { return env->dialogs; }
+    // The desk's commands.
+    OpcionesEscritorio opciones() { return OpcionesEscritorio(env->ctx); }
+    VentasCarrera ventas() { return VentasCarrera(env->ctx); }
+    TarjetaCarrera tarjeta() { return TarjetaCarrera(env->ctx); }
+    ResultadoCarrera resultado() { return ResultadoCarrera(env->ctx); }
+    CuposCentro cupos() { return CuposCentro(env->ctx); }
+    ReglaCentro regla() { return ReglaCentro(env->ctx); }
+    DescargasGrupo descargas() { return DescargasGrupo(env->ctx); }
+    BoletosEscritorio boletos() { return BoletosEscritorio(env->ctx); }
 
-    AdminGanadores admin(long long carrera, const QString& centro = "TODOS", const QString& grupo = "TODOS") {
-        AdminGanadores a(env->ctx);
+    // The desk's selection: the working day's race on the first track.
+    Seleccion admin(long long carrera, const QString& centro = "TODOS", const QString& grupo = "TODOS") {
+        Seleccion a = seleccionInicial(env->ctx);
         a.hipodromo = "LA RINCONADA";
         a.carrera = carrera;
         a.centro = centro;
@@ -48,17 +61,18 @@ private slots:
     }
 
     void init() { dlg().clear(); }
+    void cleanup() { cerrarDialogos(dlg()); }
 
     void choices() {
-        AdminGanadores a = admin(1);
+        Seleccion a = admin(1);
         QCOMPARE(a.fecha, fecha);
-        QCOMPARE(a.hipodromos(), (QStringList{"LA RINCONADA", "SANTA RITA"}));
-        QCOMPARE(a.hipodromoPorDefecto(), QString("LA RINCONADA"));
-        QCOMPARE(a.centros(), (QStringList{"TODOS", "LOS PINOS", "MARACAY"}));
+        QCOMPARE(opciones().hipodromos(), (QStringList{"LA RINCONADA", "SANTA RITA"}));
+        QCOMPARE(opciones().hipodromoPorDefecto(), QString("LA RINCONADA"));
+        QCOMPARE(opciones().centros(), (QStringList{"TODOS", "LOS PINOS", "MARACAY"}));
         a.centro = "MARACAY";
-        QCOMPARE(a.grupos(), (QStringList{"TODOS", "12", "15"}));
+        QCOMPARE(opciones().grupos(a.centro), (QStringList{"TODOS", "12", "15"}));
         a.grupo = "12";
-        const Recordset t = a.taquillasDelGrupo();
+        const Recordset t = opciones().taquillasDelGrupo(a);
         QCOMPARE(t.size(), 1);
         QCOMPARE(t.first().text("usuario"), QString("taquilla3"));
     }
@@ -69,34 +83,34 @@ private slots:
         venderBoleto(db(), hoy, 1, 3, 1500, "12", "MARACAY");
         venderBoleto(db(), hoy, 1, 5, 4, "07", "LOS PINOS", 2, 30);
         venderBoleto(db(), hoy, 2, 1, 7, "07", "LOS PINOS", 4, 70);
-        AdminGanadores a = admin(1);
-        const auto v = a.ventasPorCaballo();
+        Seleccion a = admin(1);
+        const auto v = ventas().ventasPorCaballo(a);
         QCOMPARE(v.unidades, 1506.0);
         QCOMPARE(v.monto, 15060.0);
-        QCOMPARE(a.lineasVentas(v),
+        QCOMPARE(ventas().lineasVentas(v),
                  (QStringList{"        CABALLO          VENTA", "              3          1,502",
                               "              5              4", "Venta en Gand:     1,506",
                               "Venta en Bsf:     Bs. 15.060,00"}));
         a.grupo = "07";
-        QCOMPARE(a.ventasPorCaballo().unidades, 6.0);
-        const auto d = a.ventasDelDia();
+        QCOMPARE(ventas().ventasPorCaballo(a).unidades, 6.0);
+        const auto d = ventas().ventasDelDia(a);
         QCOMPARE(d.unidades, 1513.0);
         QCOMPARE(d.cobrado, 30.0);
         QCOMPARE(d.cobradoYPorCobrar, 100.0);
     }
 
     void raceCells() {
-        AdminGanadores a = admin(3);
-        const Recordset rs = a.listaCarrera();
+        Seleccion a = admin(3);
+        const Recordset rs = tarjeta().listaCarrera(a);
         QCOMPARE(rs.size(), 7);  // LA RINCONADA's race 3 only
         const long long id = rs[1].integer("id_carrera");
-        QVERIFY(a.cambiarEstado(id, 2));
+        QVERIFY(tarjeta().cambiarEstado(a, id, 2));
         QCOMPARE(contar("SELECT estado FROM carreras WHERE id_carrera = ?", {id}), 2.0);
-        QVERIFY(!a.cambiarEstado(id, 7));
+        QVERIFY(!tarjeta().cambiarEstado(a, id, 7));
         esperar("VERIFIQUE E INTENTE DE NUEVO", "EL ESTADO NO ES VALIDO");
-        QVERIFY(a.cambiarApuestaMax(id, "2500,5"));
+        QVERIFY(tarjeta().cambiarApuestaMax(a, id, "2500,5"));
         QCOMPARE(contar("SELECT apuesta_max_win FROM carreras WHERE id_carrera = ?", {id}), 2500.5);
-        QVERIFY(!a.cambiarApuestaMax(id, "mucho"));
+        QVERIFY(!tarjeta().cambiarApuestaMax(a, id, "mucho"));
         esperar("VERIFIQUE E INTENTE DE NUEVO", "EL MONTO NO ES VALIDO");
         QCOMPARE(contar("SELECT apuesta_max_win FROM carreras WHERE id_carrera = ?", {id}), 2500.5);
         QCOMPARE(contar("SELECT count(*) FROM carreras WHERE estado <> 0"), 1.0);
@@ -110,12 +124,12 @@ private slots:
                   {fecha, fecha});
         const long long devuelto = venderBoleto(db(), hoy, 3, 2, 2, "07", "LOS PINOS", 4, 20);
         const long long pagado = venderBoleto(db(), hoy, 3, 2, 1, "07", "LOS PINOS", 3, 10);
-        db().exec("INSERT INTO `descargas` VALUES (NULL,?,'10:00:00','LOS PINOS','07',3,2,5,40)", {fecha});
-        AdminGanadores a = admin(3);
+        insertar(db(), Descarga{fecha, "10:00:00", "LOS PINOS", "07", 3, 2, 5, 40}.insercion());
+        Seleccion a = admin(3);
         const long long id = Row::toInteger(db().scalar(
             "SELECT id_carrera FROM carreras WHERE fecha = ? AND carrera = 3 AND id_hipodromo = 1 AND nu_caballo = 2",
             {fecha}));
-        QVERIFY(a.cambiarRetirado(id, true));
+        QVERIFY(tarjeta().cambiarRetirado(a, id, true));
         QCOMPARE(contar("SELECT retirado FROM carreras WHERE id_carrera = ?", {id}), 1.0);
         const Row r = db().query("SELECT * FROM carreras_remate WHERE nu_caballo = 2").first();
         QCOMPARE(r.integer("retirado"), 1LL);
@@ -123,7 +137,7 @@ private slots:
         QCOMPARE(r.number("tabla1"), 0.0);
         QCOMPARE(contar("SELECT tabla1 FROM carreras_remate WHERE nu_caballo = 3"), 200.0);
         // Unscratching: the horse runs again, its unpaid refund is a sold ticket again, its lay-offs unpaid.
-        QVERIFY(a.cambiarRetirado(id, false));
+        QVERIFY(tarjeta().cambiarRetirado(a, id, false));
         QCOMPARE(contar("SELECT retirado FROM carreras WHERE id_carrera = ?", {id}), 0.0);
         QCOMPARE(contar("SELECT retirado FROM carreras_remate WHERE nu_caballo = 2"), 0.0);
         QCOMPARE(estado(db(), devuelto), (QPair<long long, double>(0, 0.0)));
@@ -132,51 +146,51 @@ private slots:
     }
 
     void centreLimits() {
-        AdminGanadores a = admin(1);
-        QVERIFY(!a.cuposCentro());
-        QVERIFY(!a.guardarCupo(3, "100"));
+        Seleccion a = admin(1);
+        QVERIFY(!cupos().leer(a));
+        QVERIFY(!cupos().guardarCupo(a, 3, "100"));
         esperar("Cupos de Venta", "EL VALOR NO ES VALIDO");
         a.centro = "MARACAY";
-        QCOMPARE(a.cuposCentro()->number("cab16"), 300.0);
-        QVERIFY(a.guardarCupo(16, "120,5"));
+        QCOMPARE(cupos().leer(a)->number("cab16"), 300.0);
+        QVERIFY(cupos().guardarCupo(a, 16, "120,5"));
         QCOMPARE(contar("SELECT cab16 FROM venta_cupo_ganadores WHERE ch = 'MARACAY'"), 120.5);
         QCOMPARE(contar("SELECT cab15 FROM venta_cupo_ganadores WHERE ch = 'MARACAY'"), 300.0);
-        QVERIFY(!a.guardarCupo(2, "-5"));
-        QVERIFY(!a.guardarCupo(17, "5"));
+        QVERIFY(!cupos().guardarCupo(a, 2, "-5"));
+        QVERIFY(!cupos().guardarCupo(a, 17, "5"));
         QStringList todos;
         for (int i = 1; i <= 16; ++i) todos << QString::number(i * 10);
         todos[4] = "x";
-        QVERIFY(!a.guardarCupos(todos));
+        QVERIFY(!cupos().guardarCupos(a, todos));
         QCOMPARE(contar("SELECT cab1 FROM venta_cupo_ganadores WHERE ch = 'MARACAY'"), 300.0);
         todos[4] = "50";
-        QVERIFY(a.guardarCupos(todos));
+        QVERIFY(cupos().guardarCupos(a, todos));
         esperar("Cupos de Venta", "Los cambios se han realizado con exito", Icon::Information);
         QCOMPARE(contar("SELECT cab1 + cab5 + cab16 FROM venta_cupo_ganadores WHERE ch = 'MARACAY'"), 220.0);
         QCOMPARE(contar("SELECT cab1 FROM venta_cupo_ganadores WHERE ch = 'LOS PINOS'"), 500.0);
     }
 
     void openCloseAndSwitches() {
-        AdminGanadores a = admin(4);
-        QVERIFY(a.guardarCarrera(true));
+        Seleccion a = admin(4);
+        QVERIFY(tarjeta().guardarCarrera(a, true));
         QCOMPARE(dlg().count(), 1);  // not processed: nothing asked
         QCOMPARE(contar("SELECT min(venta) FROM carreras WHERE fecha = ? AND carrera = 4 AND id_hipodromo = 1", {fecha}),
                  1.0);
         QCOMPARE(contar("SELECT max(venta) FROM carreras WHERE fecha = ? AND carrera = 4 AND id_hipodromo = 2", {fecha}),
                  0.0);
-        QVERIFY(a.guardarCarrera(false));
+        QVERIFY(tarjeta().guardarCarrera(a, false));
         db().exec("UPDATE carreras SET dividendo = 0.01 WHERE carrera = 4 AND id_hipodromo = 1");
         dlg().no();
-        QVERIFY(!a.guardarCarrera(true));
+        QVERIFY(!tarjeta().guardarCarrera(a, true));
         QCOMPARE(dlg().shown().last().kind, ScriptedDialogs::Kind::Confirm);
         esperar("VERIFIQUE EL PROCESO", "Esta apunto de abrir una carrera ya procesada");
         QCOMPARE(contar("SELECT max(venta) FROM carreras WHERE carrera = 4 AND id_hipodromo = 1"), 0.0);
         dlg().yes();
-        QVERIFY(a.guardarCarrera(true));
+        QVERIFY(tarjeta().guardarCarrera(a, true));
         QCOMPARE(contar("SELECT min(venta) FROM carreras WHERE carrera = 4 AND id_hipodromo = 1"), 1.0);
 
-        QVERIFY(a.guardarSwitches({0, 1, 1, 0, 1}));
+        QVERIFY(tarjeta().guardarSwitches(a, {0, 1, 1, 0, 1}));
         esperar("Administración de Carreras", "Los cambios se han realizado con exito", Icon::Information);
-        const auto s = a.switchesCarrera();
+        const auto s = tarjeta().switchesCarrera(a);
         QVERIFY(s);
         QCOMPARE(s->ganadores, 0);
         QCOMPARE(s->remate, 1);
@@ -187,11 +201,11 @@ private slots:
     }
 
     void dividendRule() {
-        AdminGanadores a = admin(1, "TODOS");
-        QVERIFY(!a.guardarRegla({}));
+        Seleccion a = admin(1, "TODOS");
+        QVERIFY(!regla().guardar(a, {}));
         esperar("VERIFIQUE E INTENTE DE NUEVO", "DEBE SELECCIONAR UN CENTRO HIPICO");
         a.centro = "MARACAY";
-        QMap<QString, QString> r = a.reglaCentro();
+        QMap<QString, QString> r = regla().leer(a);
         QCOMPARE(r.value("rango2"), QString("2.99"));
         QCOMPARE(r.value("valor_r2"), QString("0.5"));
         QCOMPARE(r.value("mododiv"), QString("1"));
@@ -201,41 +215,41 @@ private slots:
         r["5cabvr3"] = "4.5";
         r["empate"] = "1";
         r["divopc"] = "1";
-        QVERIFY(a.guardarRegla(r));
+        QVERIFY(regla().guardar(a, r));
         QCOMPARE(contar("SELECT sum(valor_r2) FROM grupos WHERE ch = 'MARACAY'"), 2.5);
         QCOMPARE(contar("SELECT sum(divopc) FROM grupos WHERE ch = 'MARACAY'"), 2.0);
         QCOMPARE(contar("SELECT sum(valor_r2) FROM grupos WHERE ch = 'LOS PINOS'"), 2.0);
         QCOMPARE(contar("SELECT `5cabvr3` FROM dividendos_ampliados WHERE ch = 'MARACAY' AND id_hipodromo = 1"), 4.5);
-        QCOMPARE(a.reglaCentro().value("5cabr5"), QString("3"));
+        QCOMPARE(regla().leer(a).value("5cabr5"), QString("3"));
 
         // Every field is checked first: nothing is written on a bad one.
         QMap<QString, QString> mala = r;
         mala["valor_r1"] = "9";
         mala["4cabop1"] = "1.5";
-        QVERIFY(!a.guardarRegla(mala));
+        QVERIFY(!regla().guardar(a, mala));
         esperar("VERIFIQUE E INTENTE DE NUEVO", "EL CAMPO 4CABOP1 NO ES VALIDO");
         mala["4cabop1"] = "1";
         mala["rango3"] = "tres";
-        QVERIFY(!a.guardarRegla(mala));
+        QVERIFY(!regla().guardar(a, mala));
         mala["rango3"] = "3";
         mala["empate"] = "2";
         mala["empatemin"] = "0";
-        QVERIFY(!a.guardarRegla(mala));
+        QVERIFY(!regla().guardar(a, mala));
         esperar("VERIFICAR SELECCION", "DEBE SELECCIONAR UNA OPCION CORRECTA EN EL MINIMO");
         QCOMPARE(contar("SELECT max(valor_r1) FROM grupos WHERE ch = 'MARACAY'"), 3.0);
 
         // With the per-track option the rule is the centre's for the track.
         env->ctx.session.modoventa = 1;
         a.hipodromo = "SANTA RITA";
-        QMap<QString, QString> pista = a.reglaCentro();
+        QMap<QString, QString> pista = regla().leer(a);
         QCOMPARE(pista.value("valor_r2"), QString("1"));
         pista["valor_r2"] = "7";
-        QVERIFY(a.guardarRegla(pista));
+        QVERIFY(regla().guardar(a, pista));
         QCOMPARE(contar("SELECT valor_r2 FROM dividendos WHERE ch = 'MARACAY' AND id_hipodromo = 2"), 7.0);
         QCOMPARE(contar("SELECT valor_r2 FROM dividendos WHERE ch = 'MARACAY' AND id_hipodromo = 1"), 1.0);
         QCOMPARE(contar("SELECT sum(valor_r2) FROM grupos WHERE ch = 'MARACAY'"), 2.5);
         a.hipodromo = "";
-        QVERIFY(!a.guardarRegla(pista));
+        QVERIFY(!regla().guardar(a, pista));
         esperar("Dato Necesario", "Debe seleccionar un hipodromo");
         env->ctx.session.modoventa = 0;
     }
@@ -246,42 +260,42 @@ private slots:
         const long long b07 = venderBoleto(db(), hoy, 5, 2, 3, "07", "LOS PINOS");
         const long long a12 = venderBoleto(db(), hoy, 5, 1, 4, "12", "MARACAY");
         const long long pagado = venderBoleto(db(), hoy, 5, 1, 1, "12", "MARACAY", 2, 9);
-        AdminGanadores a = admin(5, "TODOS", "07");
+        Seleccion a = admin(5, "TODOS", "07");
 
         // Scratch horse 1 for group 07 only.
-        QVERIFY(!a.retirarCaballo("x"));
+        QVERIFY(!resultado().retirarCaballo(a, "x"));
         esperar("VERIFIQUE E INTENTE DE NUEVO", "EL NUMERO DE CABALLO NO ES VALIDO");
         dlg().no();
-        QVERIFY(!a.retirarCaballo("1"));
+        QVERIFY(!resultado().retirarCaballo(a, "1"));
         QCOMPARE(dlg().last().text, QString("Desea retirar el caballo"));
         QCOMPARE(estado(db(), a07).first, 0LL);
         dlg().yes();
-        QVERIFY(a.retirarCaballo("1"));
+        QVERIFY(resultado().retirarCaballo(a, "1"));
         QCOMPARE(estado(db(), a07), (QPair<long long, double>(4, 20.0)));
         QCOMPARE(estado(db(), b07).first, 0LL);
         QCOMPARE(estado(db(), a12).first, 0LL);
 
         // Four-runner refund: only for a group whose rule returns four-runner races.
         a.grupo = "TODOS";
-        QVERIFY(!a.devolverCuatroCaballos());
+        QVERIFY(!resultado().devolverCuatroCaballos(a));
         esperar("Anulacion de Carrera", "DEBE SELECCIONAR UN GRUPO");
         a.grupo = "12";
         dlg().yes();
-        QVERIFY(!a.devolverCuatroCaballos());
+        QVERIFY(!resultado().devolverCuatroCaballos(a));
         esperar("Anulacion de Carrera", "EL GRUPO NO DEVUELVE LAS JUGADAS CON 4 CABALLOS");
         db().exec("UPDATE grupos SET `4cabvr2` = -1 WHERE grupo = '12'");
         dlg().yes();
-        QVERIFY(a.devolverCuatroCaballos());
+        QVERIFY(resultado().devolverCuatroCaballos(a));
         QCOMPARE(estado(db(), a12), (QPair<long long, double>(4, 40.0)));
         QCOMPARE(estado(db(), b07).first, 0LL);
 
         // Void the race for every group.
         a.grupo = "TODOS";
         dlg().no();
-        QVERIFY(!a.anularCarrera());
+        QVERIFY(!resultado().anular(a));
         QCOMPARE(estado(db(), b07).first, 0LL);
         dlg().yes();
-        QVERIFY(a.anularCarrera());
+        QVERIFY(resultado().anular(a));
         esperar("Anulacion de Carrera", "Los cambios se han realizado con exito", Icon::Information);
         QCOMPARE(estado(db(), b07), (QPair<long long, double>(4, 30.0)));
         QCOMPARE(estado(db(), pagado), (QPair<long long, double>(2, 9.0)));
@@ -289,7 +303,7 @@ private slots:
         // Clean: back to sold, but refunds and paid tickets stay.
         db().exec("UPDATE ma_principal SET estatus = 1, cobrado = 5, llave6 = 'k' WHERE numero = ?", {b07});
         dlg().yes();
-        QVERIFY(a.limpiarCarrera());
+        QVERIFY(resultado().limpiar(a));
         esperar("Administración de Carreras", "SE HA LIMPIADO LA CARRERA  CON EXITO", Icon::Information);
         const Row r = filaBoleto(db(), b07);
         QCOMPARE(r.integer("estatus"), 0LL);
@@ -320,8 +334,8 @@ private slots:
         QFETCH(QString, texto);
         db().exec("UPDATE carreras SET retirado = 1 WHERE carrera = 1 AND id_hipodromo = 1 AND nu_caballo = 8");
         db().exec("DELETE FROM descargas");
-        AdminGanadores a = admin(carrera, "TODOS", grupo);
-        QVERIFY(!a.registrarDescarga(caballo, monto));
+        Seleccion a = admin(carrera, "TODOS", grupo);
+        QVERIFY(!descargas().registrarDescarga(a, caballo, monto));
         esperar("VERIFIQUE E INTENTE DE NUEVO", texto);
         QCOMPARE(contar("SELECT count(*) FROM descargas"), 0.0);
         db().exec("UPDATE carreras SET retirado = 0 WHERE carrera = 1 AND id_hipodromo = 1 AND nu_caballo = 8");
@@ -329,8 +343,8 @@ private slots:
 
     void layOffRegisteredAndListed() {
         db().exec("DELETE FROM descargas");
-        AdminGanadores a = admin(1, "LOS PINOS", "08");
-        QVERIFY(a.registrarDescarga("3", "12,5"));
+        Seleccion a = admin(1, "LOS PINOS", "08");
+        QVERIFY(descargas().registrarDescarga(a, "3", "12,5"));
         esperar("Descargas", "Jugada registrada con exito", Icon::Information);
         const Row r = db().query("SELECT * FROM descargas").first();
         QCOMPARE(r.text("fecha"), fecha);
@@ -338,10 +352,9 @@ private slots:
         QCOMPARE(r.text("ch"), QString("LOS PINOS"));
         QCOMPARE(r.integer("caballo"), 3LL);
         QCOMPARE(r.number("ganadores"), 12.5);
-        db().exec("INSERT INTO `descargas` VALUES (NULL,?,'11:00:00','LOS PINOS','08',2,1,4,20),"
-                  "(NULL,?,'11:00:00','LOS PINOS','07',2,1,9,0)",
-                  {fecha, fecha});
-        const auto d = a.descargas();
+        insertar(db(), Descarga{fecha, "11:00:00", "LOS PINOS", "08", 2, 1, 4, 20}.insercion());
+        insertar(db(), Descarga{fecha, "11:00:00", "LOS PINOS", "07", 2, 1, 9, 0}.insercion());
+        const auto d = descargas().descargas(a);
         QCOMPARE(d.filas.size(), 2);
         QCOMPARE(d.sumaganadores, 16.5);
         QCOMPARE(d.sumacobrado, 20.0);
@@ -349,26 +362,26 @@ private slots:
 
     void conditionedAmounts() {
         db().exec("DELETE FROM condicionados");
-        AdminGanadores a = admin(2, "LOS PINOS", "TODOS");
-        QVERIFY(!a.registrarCondicionado("3", "5"));
+        Seleccion a = admin(2, "LOS PINOS", "TODOS");
+        QVERIFY(!descargas().registrarCondicionado(a, "3", "5"));
         esperar("Registro de Condicionados", "DEBE SELECCIONAR UN GRUPO");
         a.grupo = "07";
-        QVERIFY(!a.registrarCondicionado("3", "-5"));
+        QVERIFY(!descargas().registrarCondicionado(a, "3", "-5"));
         esperar("Registro de Condicionados", "EL MONTO NO ES VALIDO");
-        QVERIFY(!a.registrarCondicionado("40", "5"));
+        QVERIFY(!descargas().registrarCondicionado(a, "40", "5"));
         esperar("Registro de Condicionados", "EL NUMERO DEL CABALLO NO EXISTE PARA ESTA CARRERA");
         QCOMPARE(contar("SELECT count(*) FROM condicionados"), 0.0);
-        QVERIFY(a.registrarCondicionado("3", "6,5"));
+        QVERIFY(descargas().registrarCondicionado(a, "3", "6,5"));
         esperar("Registro de Condicionados", "Los cambios se han realizado con exito", Icon::Information);
-        QVERIFY(a.registrarCondicionado("4", "8"));
-        const Recordset rs = a.condicionados();
+        QVERIFY(descargas().registrarCondicionado(a, "4", "8"));
+        const Recordset rs = descargas().condicionados(a);
         QCOMPARE(rs.size(), 2);
         QCOMPARE(rs[0].integer("caballo"), 4LL);  // newest first
         QCOMPARE(rs[1].number("montocond"), 6.5);
         QCOMPARE(rs[1].text("subgrupo"), QString("S1"));
-        QVERIFY(a.eliminarCondicionado(rs[0].integer("id_condicionado")));
+        QVERIFY(descargas().eliminarCondicionado(rs[0].integer("id_condicionado")));
         esperar("Eliminacion de Registros", "EL registro fue eliminado con exito", Icon::Information);
-        QCOMPARE(a.condicionados().size(), 1);
+        QCOMPARE(descargas().condicionados(a).size(), 1);
     }
 
     void voidByNumber() {
@@ -376,27 +389,27 @@ private slots:
         db().exec("DELETE FROM bitacora");
         db().exec("UPDATE carreras SET win_ganadores = 0, dividendo = 0 WHERE carrera IN (6, 7)");
         const long long n = venderBoleto(db(), hoy, 6, 2, 3, "07", "LOS PINOS");
-        AdminGanadores a = admin(6);
+        Seleccion a = admin(6);
         // Cancelling or an empty reason does nothing.
         dlg().cancel();
-        QVERIFY(!a.anularPorNumero(n));
+        QVERIFY(!boletos().anularPorNumero(n));
         dlg().type("  ");
-        QVERIFY(!a.anularPorNumero(n));
+        QVERIFY(!boletos().anularPorNumero(n));
         QCOMPARE(dlg().count(), 2);
         QCOMPARE(dlg().shown().first().text, QString("INGRESE EL MOTIVO"));
         dlg().type("ANULADO");
-        QVERIFY(!a.anularPorNumero(n + 1000));
+        QVERIFY(!boletos().anularPorNumero(n + 1000));
         esperar("Administración del Sistema", "EL BOLETO NO SE PUEDE ANULAR NO SE ENCUENTRA EL CODIGO");
 
         // A processed race needs the administrator's code.
         db().exec("UPDATE carreras SET win_ganadores = 2 WHERE carrera = 6");
         dlg().type("CLIENTE DESISTIO");
-        QVERIFY(!a.anularPorNumero(n));
+        QVERIFY(!boletos().anularPorNumero(n));
         esperar("Administración del Sistema", "EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
         QCOMPARE(contar("SELECT count(*) FROM ma_principal"), 1.0);
         QCOMPARE(contar("SELECT count(*) FROM bitacora"), 0.0);
         dlg().type("QWPLR850264");
-        QVERIFY(a.anularPorNumero(n));
+        QVERIFY(boletos().anularPorNumero(n));
         esperar("Administración del Sistema", "BOLETO ANULADO CON EXITO", Icon::Information);
         const Row log = db().query("SELECT * FROM bitacora").first();
         QCOMPARE(log.integer("numero"), n);
@@ -410,11 +423,11 @@ private slots:
         const long long p = venderBoleto(db(), hoy, 7, 2, 3, "07", "LOS PINOS", 3, 30);
         a.carrera = 7;
         dlg().type("o'brien'; drop table bitacora; --");
-        QVERIFY(a.anularPorNumero(m));
+        QVERIFY(boletos().anularPorNumero(m));
         QCOMPARE(textOf(db(), "SELECT motivo FROM bitacora WHERE numero = ?", {m}),
                  QString("o'brien'; drop table bitacora; --"));
         dlg().type("QWPLR850264");
-        QVERIFY(!a.anularPorNumero(p));
+        QVERIFY(!boletos().anularPorNumero(p));
         esperar("Administración del Sistema", "EL BOLETO NO SE PUEDE ANULAR");
         QCOMPARE(contar("SELECT count(*) FROM ma_principal WHERE numero = ?", {p}), 1.0);
     }
@@ -425,17 +438,17 @@ private slots:
         db().exec("UPDATE carreras SET win_ganadores = 0 WHERE carrera = 6");
         const long long n = venderBoleto(db(), hoy, 6, 4, 2.5, "12", "MARACAY");
         const QString codigo = textOf(db(), "SELECT nu_boleto FROM ma_principal WHERE numero = ?", {n});
-        AdminGanadores a = admin(6);
+        Seleccion a = admin(6);
         dlg().type(codigo).type("");
-        QVERIFY(!a.anularPorCodigo());
+        QVERIFY(!boletos().anularPorCodigo());
         esperar("Verificación del Sistema", "No se puede realizar la operación sin un motivo");
         dlg().clear();
         dlg().type("99999").type("ANULADO");
-        QVERIFY(!a.anularPorCodigo());
+        QVERIFY(!boletos().anularPorCodigo());
         esperar("Administración del Sistema", "EL BOLETO NO SE PUEDE ANULAR NO SE ENCUENTRA EL CODIGO");
         dlg().clear();
         dlg().type(codigo).type("ANULADO").no();
-        QVERIFY(!a.anularPorCodigo());
+        QVERIFY(!boletos().anularPorCodigo());
         QCOMPARE(dlg().shown()[2].title, QString("CODIGO DEL BOLETO"));
         QCOMPARE(dlg().shown()[2].text, QString("BOLETO PERTENECE AL HIPICO : MARACAY\nPOR UN MONTO DE  2.5  GANADORES\n"
                                                 "AL CABALLO: 4\nEN LA CARRERA N#: 6"));
@@ -445,11 +458,11 @@ private slots:
         db().exec("UPDATE carreras SET win_ganadores = 4 WHERE carrera = 6");
         dlg().clear();
         dlg().type(codigo).type("ANULADO").yes();
-        QVERIFY(!a.anularPorCodigo());
+        QVERIFY(!boletos().anularPorCodigo());
         esperar("Administración del Sistema", "EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
         dlg().clear();
         dlg().type(codigo).type("KTR384").yes();
-        QVERIFY(a.anularPorCodigo());
+        QVERIFY(boletos().anularPorCodigo());
         QCOMPARE(textOf(db(), "SELECT motivo FROM bitacora WHERE numero = ?", {n}), QString("ELIMINADO POR EL ADMIN"));
         QCOMPARE(contar("SELECT count(*) FROM ma_principal"), 0.0);
         db().exec("UPDATE carreras SET win_ganadores = 0 WHERE carrera = 6");
@@ -462,18 +475,18 @@ private slots:
         const long long ganador = venderBoleto(db(), ayer, 6, 4, 2, "07", "LOS PINOS", 1, 24);
         const long long retirado = venderBoleto(db(), hoy, 6, 5, 2, "07", "LOS PINOS", 4, 20);
         const long long perdedor = venderBoleto(db(), hoy, 6, 6, 2, "07", "LOS PINOS");
-        AdminGanadores a = admin(6);
+        Seleccion a = admin(6);
 
-        QVERIFY(!a.pagarBoleto(0));
+        QVERIFY(!boletos().pagar(0));
         esperar("ADMINISTRACION DEL SISTEMA", "VERIFIQUE EL NUMERO DEL BOLETO");
         dlg().type("COBRADO");
-        QVERIFY(!a.pagarBoleto(perdedor));
+        QVERIFY(!boletos().pagar(perdedor));
         esperar("ADMINISTRACION DEL SISTEMA", "BOLETO NO GANADOR");
         dlg().cancel();
-        QVERIFY(!a.pagarBoleto(ganador));
+        QVERIFY(!boletos().pagar(ganador));
         QCOMPARE(dlg().last().title, QString("MOTIVO DEL CAMBIO"));
         dlg().type("COBRADO EN OFICINA");
-        QVERIFY(a.pagarBoleto(ganador));
+        QVERIFY(boletos().pagar(ganador));
         esperar("ADMINISTRACION DEL SISTEMA", "BOLETO COBRADO CON EXITO", Icon::Information);
         const Row g = filaBoleto(db(), ganador);
         QCOMPARE(g.integer("estatus"), 2LL);
@@ -481,34 +494,34 @@ private slots:
         QCOMPARE(textOf(db(), "SELECT motivo FROM bitacora WHERE numero = ? AND estatus = 2", {ganador}),
                  QString("COBRADO EN OFICINA"));
         dlg().type("COBRADO");
-        QVERIFY(!a.pagarBoleto(ganador));
+        QVERIFY(!boletos().pagar(ganador));
         esperar("ADMINISTRACION DEL SISTEMA", "BOLETO YA PAGADO");
         dlg().type("COBRADO");
-        QVERIFY(a.pagarBoleto(retirado));
+        QVERIFY(boletos().pagar(retirado));
         QCOMPARE(estado(db(), retirado), (QPair<long long, double>(3, 20.0)));
 
         // Refund: units times the unit price; never a paid ticket.
         dlg().type("DEVUELTO");
-        QVERIFY(a.devolverBoleto(perdedor));
+        QVERIFY(boletos().devolver(perdedor));
         esperar("ADMINISTRACION DEL SISTEMA", "BOLETO MODIFICADO CON EXITO", Icon::Information);
         QCOMPARE(estado(db(), perdedor), (QPair<long long, double>(4, 20.0)));
         dlg().type("DEVUELTO");
-        QVERIFY(!a.devolverBoleto(ganador));
+        QVERIFY(!boletos().devolver(ganador));
         esperar("ADMINISTRACION DEL SISTEMA", "BOLETO YA PAGADO");
         QCOMPARE(contar("SELECT count(*) FROM bitacora"), 3.0);
 
         // Renumber.
         const QString otro = textOf(db(), "SELECT nu_boleto FROM ma_principal WHERE numero = ?", {retirado});
         dlg().type(otro);
-        QVERIFY(!a.renumerarBoleto(perdedor));
+        QVERIFY(!boletos().renumerar(perdedor));
         esperar("ADMINISTRACION DEL SISTEMA", "EL CODIGO YA PERTENECE A OTRO BOLETO");
         dlg().type("07 11'23");
-        QVERIFY(!a.renumerarBoleto(perdedor));
+        QVERIFY(!boletos().renumerar(perdedor));
         esperar("ADMINISTRACION DEL SISTEMA", "DEBE INGRESAR UN CODIGO VALIDO");
-        QVERIFY(!a.renumerarBoleto(999999));
+        QVERIFY(!boletos().renumerar(999999));
         esperar("ADMINISTRACION DEL SISTEMA", "VERIFIQUE EL NUMERO DEL BOLETO");
         dlg().type("0711239999");
-        QVERIFY(a.renumerarBoleto(perdedor));
+        QVERIFY(boletos().renumerar(perdedor));
         QCOMPARE(textOf(db(), "SELECT nu_boleto FROM ma_principal WHERE numero = ?", {perdedor}), QString("0711239999"));
     }
 
@@ -518,21 +531,21 @@ private slots:
                   "('51123101', ?, 10, 2)",
                   {fecha, fecha});
         db().exec("UPDATE configuracion SET venta_macuare = 1");
-        AdminGanadores a = admin(1);
+        Seleccion a = admin(1);
         dlg().type("51123101");
-        QVERIFY(!a.anularMacuare());
+        QVERIFY(!boletos().anularMacuare());
         esperar("ANULACION DE MACUARES", "EL BOLETO NO SE PUEDE ANULAR");
         QCOMPARE(dlg().shown().first().text, QString("INGRESE EL CODIGO DEL BOLETO DEL MACUARE"));
         dlg().type("59999");
-        QVERIFY(!a.anularMacuare());
+        QVERIFY(!boletos().anularMacuare());
         esperar("ANULACION DE MACUARES", "EL BOLETO NO SE PUEDE ANULAR");
         db().exec("UPDATE configuracion SET venta_macuare = 0");
         dlg().type("51123100");
-        QVERIFY(!a.anularMacuare());
+        QVERIFY(!boletos().anularMacuare());
         esperar("ANULACION DE MACUARES", "LA CARRERA ESTA CERRADA, NO SE PUEDEN HACER CAMBIOS");
         db().exec("UPDATE configuracion SET venta_macuare = 1");
         dlg().type("51123100");
-        QVERIFY(a.anularMacuare());
+        QVERIFY(boletos().anularMacuare());
         QCOMPARE(contar("SELECT count(*) FROM macuares"), 1.0);
     }
 
@@ -542,8 +555,8 @@ private slots:
         const long long a1 = venderBoleto(db(), hoy, 3, 2, 2, "07", "LOS PINOS", 1, 12);
         venderBoleto(db(), hoy, 3, 4, 1, "12", "MARACAY");
         const long long pagado = venderBoleto(db(), hoy, 3, 5, 1, "12", "MARACAY", 2, 8);
-        AdminGanadores a = admin(3);
-        auto r = a.auditoria();
+        Seleccion a = admin(3);
+        auto r = boletos().auditoria(a);
         QVERIFY(r);
         QVERIFY(r->tomada);
         QCOMPARE(r->enAuditoria, 3LL);
@@ -557,20 +570,20 @@ private slots:
         QCOMPARE(foto.text("taquilla"), QString("LOS PINOS"));
         QCOMPARE(foto.integer("id_juego"), 1LL);
 
-        r = a.auditoria();
+        r = boletos().auditoria(a);
         QVERIFY(!r->tomada);
         esperar("Auditoria del Sistema", "NO SE ENCONTRARON BOLETOS ALTERADOS", Icon::Information);
 
         // Someone moves two tickets onto other horses.
         db().exec("UPDATE ma_principal SET caballo = 9 WHERE numero IN (?, ?)", {a1, pagado});
-        r = a.auditoria();
+        r = boletos().auditoria(a);
         QCOMPARE(r->alterados.size(), 2);
         esperar("Auditoria del Sistema", "Boletos Alterados Encontrados", Icon::Warning);
         QCOMPARE(estado(db(), a1), (QPair<long long, double>(0, 0.0)));
         QCOMPARE(estado(db(), pagado), (QPair<long long, double>(2, 8.0)));  // money already paid stays recorded
 
         dlg().yes();
-        QVERIFY(a.borrarAuditoria());
+        QVERIFY(boletos().borrarAuditoria(a));
         QCOMPARE(contar("SELECT count(*) FROM ventas_auditoria"), 0.0);
     }
 
@@ -606,8 +619,8 @@ private slots:
         venderBoleto(db(), hoy, 8, 4, 1, "12", "MARACAY");
         venderBoleto(db(), hoy, 8, 7, 1, "08", "LOS PINOS");
         venderBoleto(db(), hoy, 7, 4, 1, "08", "LOS PINOS");
-        AdminGanadores a = admin(8, centro);
-        const auto b = a.buscarBoletos(clase, caballo, false);
+        Seleccion a = admin(8, centro);
+        const auto b = boletos().buscar(a, clase, caballo, false);
         QVERIFY(b);
         QCOMPARE(b->filas.size(), filas);
         QCOMPARE(b->sumacobrado, cobrado);
@@ -618,11 +631,11 @@ private slots:
     }
 
     void ticketSearchFindsNothing() {
-        AdminGanadores a = admin(8, "TODOS");
-        QVERIFY(!a.buscarBoletos("TODAS", "13", false));
+        Seleccion a = admin(8, "TODOS");
+        QVERIFY(!boletos().buscar(a, "TODAS", "13", false));
         esperar(" Busqueda ", "No se encontro Ningun registro", Icon::Information);
-        QVERIFY(!a.buscarBoletos("TODAS", "", true));  // nothing kept in the group copy
-        QVERIFY(!a.buscarBoletos("TODAS", "x", false));
+        QVERIFY(!boletos().buscar(a, "TODAS", "", true));  // nothing kept in the group copy
+        QVERIFY(!boletos().buscar(a, "TODAS", "x", false));
         esperar(" Busqueda ", "EL NUMERO DE CABALLO NO ES VALIDO");
     }
 };

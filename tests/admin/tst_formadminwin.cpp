@@ -1,7 +1,7 @@
 // The winners administration window driven offscreen: a race processed from
 // the keyboard, a scratch cell, the rule tab, a ticket found and paid; the
 // window is grabbed with the processed race.
-#include "Boletos.h"
+#include "support/Boletos.h"
 #include "admin/Form_Admin_Win.h"
 #include "core/RecordsetModel.h"
 #include "support/TestEnv.h"
@@ -52,6 +52,7 @@ private slots:
     void cleanupTestCase() { delete w; }
 
     void init() { env->dialogs.clear(); }
+    void cleanup() { cerrarDialogos(env->dialogs); }
 
     void showsTheRace() {
         QCOMPARE(hijo<QComboBox>("hipodromo")->currentText(), QString("LA RINCONADA"));
@@ -122,7 +123,7 @@ private slots:
         hijo<QComboBox>("grupo")->setCurrentText("12");
         hijo<QTabWidget>("pestanas")->setCurrentIndex(1);
         grab(w, "form_admin_win_cupos");
-        env->db().exec("INSERT INTO `descargas` VALUES (NULL,?,'10:00:00','MARACAY','12',1,3,6,0)", {fechaSql(hoy)});
+        insertar(env->db(), Descarga{fechaSql(hoy), "10:00:00", "MARACAY", "12", 1, 3, 6, 0}.insercion());
         QTest::mouseClick(hijo<QPushButton>("actualizar"), Qt::LeftButton);
         hijo<QTabWidget>("pestanas")->setCurrentIndex(3);
         grab(w, "form_admin_win_descargas");

@@ -1,12 +1,12 @@
 #pragma once
 
 // What the booth tests share: a demo day with a signed-in booth whose
-// tickets print to a file port, other booths with their own connections,
-// and results written the way results processing writes them.
+// tickets print to a file port, and other booths with their own connections.
 #include "core/Formato.h"
 #include "sales/AjustesLocales.h"
 #include "sales/TicketKeys.h"
 #include "sales/VentaGanadores.h"
+#include "support/Boletos.h"
 #include "support/TestEnv.h"
 
 #include <QDir>
@@ -61,6 +61,14 @@ inline std::unique_ptr<TestEnv> entorno(const QString& nombre, const QString& ca
     return env;
 }
 
+// Each booth test starts on a fresh demo day, taquilla1 signed in, tickets printed to the port.
+inline void empezarDia(TestEnv& env, const QString& puerto) {
+    env.loadDemo();
+    entrar(env, "taquilla1");
+    prepararImpresion(env.config, puerto);
+    QFile::remove(puerto);
+}
+
 // A booth of its own: its own connection, dialogs and clock, the same
 // session as the test's booth (for threads: one per thread).
 struct Taquilla {
@@ -76,24 +84,5 @@ struct Taquilla {
     Context ctx;
     VentaGanadores venta;
 };
-
-// Settles a race's winners of a group as results processing does: payout =
-// units x the group's dividend, status 1, and the result keys.
-inline void liquidar(Db& db, long long carrera, long long caballo, double dividendo, const QString& grupo,
-                     const QString& fecha) {
-    db.exec("update ma_principal set cobrado=(ganadores * ?),estatus=1,llave3=?,llave6=? where caballo=? and "
-            "carrera =? and fecha = ? and (estatus <> 4 and estatus<>3) and grupo= ?",
-            {dividendo, llave3Premio(dividendo), llave6Liquidacion(grupo, carrera, caballo, dividendo), caballo,
-             carrera, fecha, grupo});
-}
-
-// Refunds one ticket (a scratched horse).
-inline void devolver(Db& db, const QString& codigo, double valor = 10) {
-    db.exec("update ma_principal set estatus=4,cobrado=ganadores*? where nu_boleto=? limit 1", {valor, codigo});
-}
-
-inline long long contar(Db& db, const char* tabla) {
-    return static_cast<long long>(numberOf(db, std::string("SELECT count(*) FROM ") + tabla));
-}
 
 }  // namespace hipico::test

@@ -46,12 +46,11 @@ private slots:
         puerto = carpeta.filePath("boletos.prn");
     }
 
+    void cleanup() { cerrarDialogos(env->dialogs); }
+
     void init() {
-        env->loadDemo();
-        entrar(*env, "taquilla1");
-        prepararImpresion(env->config, puerto);
+        empezarDia(*env, puerto);
         guardarUnidadVenta(env->config, UnidadVenta::Ganadores);
-        QFile::remove(puerto);
     }
 
     void sellFromTheKeyboard() {
@@ -135,7 +134,7 @@ private slots:
         w.setAttribute(Qt::WA_DeleteOnClose, false);
         abrir(w);
         const auto venta = w.logica().procesarVenta("1", "3", "5");
-        liquidar(env->db(), 1, 3, 12.5, "07", fechaSql(env->clock.today()));
+        liquidar(env->db(), fechaSql(env->clock.today()), 1, 3, 12.5);
         QTest::keyClick(&w, Qt::Key_F5);
         QCOMPARE(foco()->objectName(), QString("Text_boletoCobro"));
         teclear(venta.boleto.codigo);  // a scanner types the code and Enter

@@ -3,7 +3,7 @@
 // centre, the close of a seeded day (copies, hand-computed totals, the next
 // day), a second close of the same day, open pools, booths selling while the
 // day closes, a failure half-way, a payment after the close, and the next day.
-#include "admin/Boletos.h"
+#include "support/Boletos.h"
 #include "sales/BoothFixture.h"
 #include "sales/VentaGanadores.h"
 #include "core/Guardia.h"
@@ -403,7 +403,7 @@ private slots:
 
     void afterTheCloseTheOldDayStillPaysAndTheNextDaySells() {
         sembrar();
-        liquidar(db(), 1, 2, 12.5, "07", hoy);
+        liquidar(db(), hoy, 1, 2, 12.5);
         QVERIFY(CierreDia(env->ctx).cerrar(env->clock.today().addDays(1), true).hecho);
         // Tomorrow's card, open for sale.
         db().exec("INSERT INTO carreras (fecha, carrera, id_hipodromo, caballo, nu_caballo, venta) SELECT ?, carrera, "

@@ -3,11 +3,12 @@
 // question and the group change, through the real window.
 #include "core/Version.h"
 #include "core/WindowRegistry.h"
-#include "sales/TicketKeys.h"
+#include "core/Guardia.h"
 #include "signin/CambiarGrupo.h"
 #include "signin/Form_CambiarGrupo.h"
 #include "signin/Form_MenuPrincipal.h"
 #include "signin/MenuEntradas.h"
+#include "support/Boletos.h"
 #include "support/TestEnv.h"
 
 #include <QAction>
@@ -68,15 +69,7 @@ class TstMenu : public QObject {
 
     // A sold winner ticket of the working day; returns its code.
     QString vender(int carrera, int caballo, double ganadores, const QString& grupo) {
-        Db& db = env->db();
-        const QString fecha = textOf(db, "select fecha from configuracion");
-        db.exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
-                {carrera, caballo, ganadores, "LOS PINOS", grupo, "10:00:00", fecha, 0, 0, 0, "", "S1", 0, 0, 0, 0, 0,
-                 0});
-        const long long numero = db.lastInsertId();
-        const QString codigo = codigoBoleto(grupo, env->clock.today(), numero);
-        db.exec("update ma_principal set nu_boleto=? where numero=?", {codigo, numero});
-        return codigo;
+        return venderBoleto(env->db(), env->clock.today(), carrera, caballo, ganadores, grupo, "LOS PINOS").codigo;
     }
 
     double contar(const std::string& sql, const Params& p = {}) { return numberOf(env->db(), sql, p); }
@@ -498,7 +491,7 @@ private slots:
         const auto r = logica.AnularBoleto();
         db.exec("DROP TRIGGER no_borrar");
         QCOMPARE(r, MenuPrincipal::Anulacion::Error);
-        QVERIFY(env->dialogs.last().text.startsWith("EL BOLETO NO SE PUEDE ANULAR"));
+        QCOMPARE(env->dialogs.last().text, kMensajeErrorBD);
         QCOMPARE(contar("select count(*) from bitacora"), bitacora);
         QCOMPARE(contar("select count(*) from ma_principal where nu_boleto=?", {codigo}), 1.0);
     }

@@ -4,11 +4,13 @@
 #include "core/Openers.h"
 #include "core/Session.h"
 #include "core/Formato.h"
+#include "core/Niveles.h"
 #include "schema/Demo.h"
 #include "schema/LocalSchema.h"
 #include "schema/SchemaLoader.h"
 
 #include <QDir>
+#include <QTest>
 #include <QWidget>
 
 namespace hipico::test {
@@ -82,7 +84,7 @@ void TestEnv::signIn(const QString& usuario) {
     cargarIdentidad(s, central.query("select * from usuarios where usuario=?", {usuario}).first());
     const Recordset grupo = central.query("select * from grupos where grupo=?", {s.grupo});
     if (!grupo.empty()) cargarGrupoUsuario(s, grupo.first());
-    if (s.nivel != "Administrador" && s.nivel != "Socio" && s.nivel != "Administrador Oculto") {
+    if (!esNivelDireccion(s.nivel)) {
         const Recordset sub = central.query("select * from subgrupos where subgrupo=?", {s.subgrupo});
         if (!sub.empty()) cargarSubgrupo(s, sub.first());
     }
@@ -108,6 +110,29 @@ QString textOf(Db& db, const std::string& sql, const Params& params) {
 
 double numberOf(Db& db, const std::string& sql, const Params& params) {
     return Row::toNumber(db.scalar(sql, params));
+}
+
+long long contar(Db& db, const char* tabla) {
+    return Row::toInteger(db.scalar(std::string("SELECT count(*) FROM `") + tabla + "`"));
+}
+
+QStringList foto(Db& db, std::initializer_list<const char*> tablas) {
+    QStringList out;
+    for (const char* tabla : tablas) {
+        out << QString::fromLatin1(tabla);
+        for (const Row& r : db.query(std::string("SELECT * FROM `") + tabla + "` ORDER BY 1")) {
+            QStringList campos;
+            for (const QVariant& v : r.values()) campos << Row::toText(v);
+            out << campos.join('|');
+        }
+    }
+    return out;
+}
+
+void cerrarDialogos(ScriptedDialogs& dialogs) {
+    const bool quedan = dialogs.answersLeft();
+    dialogs.clear();
+    if (quedan) QTest::qFail("a scripted answer was never used", __FILE__, __LINE__);
 }
 
 }  // namespace hipico::test

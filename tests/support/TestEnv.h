@@ -7,6 +7,8 @@
 #include "core/Dialogs.h"
 
 #include <QString>
+#include <QStringList>
+#include <initializer_list>
 
 class QWidget;
 #include <memory>
@@ -59,5 +61,15 @@ QString grab(QWidget* window, const QString& name);
 // A scalar of the central schema as text / number (test shorthand).
 QString textOf(Db& db, const std::string& sql, const Params& params = {});
 double numberOf(Db& db, const std::string& sql, const Params& params = {});
+// The rows of a table.
+long long contar(Db& db, const char* tabla);
+
+// Every row of the tables, as text, in key order: compare two to see that
+// nothing changed.
+QStringList foto(Db& db, std::initializer_list<const char*> tablas);
+
+// The cleanup of a test function: a scripted answer left unused fails the
+// test (the box it was meant for never came); the boxes are cleared.
+void cerrarDialogos(ScriptedDialogs& dialogs);
 
 }  // namespace hipico::test

@@ -1,0 +1,302 @@
+#include "admin/BoletosEscritorio.h"
+
+#include "core/Context.h"
+#include "core/Formato.h"
+#include "core/Textos.h"
+#include "sales/JuegoGanadores.h"
+#include "sales/TicketKeys.h"
+#include "schema/Escritores.h"
+
+#include <QMap>
+
+namespace hipico {
+
+namespace {
+
+// The titles of the tab's messages.
+const QString kTituloAdmin = QStringLiteral("ADMINISTRACION DEL SISTEMA");
+const QString kTituloAuditoria = QStringLiteral("Auditoria del Sistema");
+
+// The winner game in the audit snapshot, and its currency.
+constexpr int kJuegoGanadores = 1;
+constexpr int kMonedaLocal = 0;
+
+// The desk's void: a paid ticket stays; the administrator's codes void a
+// ticket of a processed race, recorded as voided by the administrator.
+PuntoAnulacion puntoEscritorio() {
+    PuntoAnulacion p;
+    p.ventana = kVentanaEscritorio;
+    p.titulo = texto::TituloAdministracionSistema;
+    p.tituloMotivo = texto::TituloMotivoAnulacion;
+    p.noEncontrado = texto::BoletoNoAnulableSinCodigo;
+    p.nuncaLiquidados = true;
+    p.codigosAdmin = {QStringLiteral("QWPLR850264"), QStringLiteral("KTR384")};
+    p.motivoAdmin = QStringLiteral("ELIMINADO POR EL ADMIN");
+    return p;
+}
+
+}  // namespace
+
+bool BoletosEscritorio::anularPorNumero(long long numero) {
+    PuntoAnulacion p = puntoEscritorio();
+    p.pideCodigo = false;
+    return anularBoleto(ctx_, juegoGanadores(), p, numero) == ResultadoAnulacion::Anulado;
+}
+
+bool BoletosEscritorio::anularPorCodigo() {
+    PuntoAnulacion p = puntoEscritorio();
+    p.avisaSinMotivo = true;
+    // The administrator sees whose ticket it is before it goes.
+    p.confirmar = [this, &p](Db& d, const Row& b) {
+        const Recordset g = d.query("SELECT ch FROM grupos WHERE grupo = ?", {b.text("grupo")});
+        if (g.empty()) {
+            ctx_.dialogs.refuse(p.titulo, p.noEncontrado);
+            return false;
+        }
+        const QString texto = QStringLiteral("BOLETO PERTENECE AL HIPICO : ") + g.first().text("ch") + "\n" +
+                              QStringLiteral("POR UN MONTO DE  ") + textoNumero(b.number("ganadores")) +
+                              QStringLiteral("  GANADORES") + "\n" + QStringLiteral("AL CABALLO: ") +
+                              b.text("caballo") + "\n" + QStringLiteral("EN LA CARRERA N#: ") + b.text("carrera");
+        if (ctx_.dialogs.confirm(texto::TituloCodigoBoleto, texto)) return true;
+        ctx_.dialogs.inform(p.titulo, QStringLiteral("EL BOLETO NO SE ANULO"));
+        return false;
+    };
+    return anularBoleto(ctx_, juegoGanadores(), p) == ResultadoAnulacion::Anulado;
+}
+
+bool BoletosEscritorio::cambiarBoleto(long long numero, const QString& motivoInicial, const QString& exito,
+                                      const std::function<QString(const Row&, const QString&)>& cambio) {
+    if (numero <= 0) {
+        ctx_.dialogs.refuse(kTituloAdmin, texto::VerifiqueNumeroBoleto);
+        return false;
+    }
+    return guardado([&] {
+        const auto motivo = ctx_.dialogs.ask(QStringLiteral("MOTIVO DEL CAMBIO"), texto::IngreseMotivo, motivoInicial);
+        if (!motivo || motivo->trimmed().isEmpty()) return false;
+        Db& d = db();
+        const QString negado = d.inTransaction([&] {
+            const auto b = bloquearBoleto(d, juegoGanadores(), numero);
+            return b ? cambio(*b, motivo->trimmed().left(kLargoMotivo)) : texto::VerifiqueNumeroBoleto;
+        });
+        if (!negado.isEmpty()) {
+            ctx_.dialogs.refuse(kTituloAdmin, negado);
+            return false;
+        }
+        ctx_.dialogs.inform(kTituloAdmin, exito);
+        return true;
+    });
+}
+
+bool BoletosEscritorio::pagar(long long numero) {
+    return cambiarBoleto(numero, QStringLiteral("COBRADO"), QStringLiteral("BOLETO COBRADO CON EXITO"),
+                         [&](const Row& b, const QString& motivo) {
+                             const Estatus e = estatusDe(b);
+                             if (e == Estatus::Vendido) return texto::BoletoNoGanador;
+                             if (liquidado(e)) return texto::BoletoYaPagado;
+                             // A refund becomes a paid refund, anything else a paid winner; the
+                             // payment date is the sale date.
+                             const Estatus pagado =
+                                 e == Estatus::Devolucion ? Estatus::DevolucionPagada : Estatus::Pagado;
+                             insertar(db(), juegoGanadores().anotacion(b, motivo, ctx_.session.usuario, pagado));
+                             db().exec(pagado == Estatus::DevolucionPagada
+                                           ? "update ma_principal set estatus=3,fecha_cobro=fecha Where  numero = ? "
+                                             "limit 1 "
+                                           : "update ma_principal set estatus=2,fecha_cobro=fecha Where  numero = ? "
+                                             "limit 1 ",
+                                       {numero});
+                             return QString();
+                         });
+}
+
+bool BoletosEscritorio::devolver(long long numero) {
+    return cambiarBoleto(numero, QStringLiteral("DEVUELTO"), texto::BoletoModificado,
+                         [&](const Row& b, const QString& motivo) {
+                             if (liquidado(estatusDe(b))) return texto::BoletoYaPagado;
+                             insertar(db(), juegoGanadores().anotacion(b, motivo, ctx_.session.usuario,
+                                                                        Estatus::Devolucion));
+                             db().exec("update ma_principal set estatus=4,cobrado=ganadores* ? Where  numero = ? "
+                                       "limit 1 ",
+                                       {valorGanador(), numero});
+                             return QString();
+                         });
+}
+
+bool BoletosEscritorio::renumerar(long long numero) {
+    return guardado([&] {
+        const Recordset actual = db().query("SELECT nu_boleto FROM ma_principal Where numero = ?", {numero});
+        if (actual.empty()) {
+            ctx_.dialogs.refuse(kTituloAdmin, texto::VerifiqueNumeroBoleto);
+            return false;
+        }
+        const auto codigo = ctx_.dialogs.ask(kTituloAdmin, QStringLiteral("INGRESE EL NUEVO CODIGO DEL BOLETO"),
+                                             actual.first().text("nu_boleto"));
+        if (!codigo) return false;
+        const QString c = codigo->trimmed();
+        bool valido = !c.isEmpty() && c.size() <= 25;
+        for (const QChar ch : c) valido = valido && ch.unicode() < 128 && ch.isLetterOrNumber();
+        if (!valido) {
+            ctx_.dialogs.refuse(kTituloAdmin, QStringLiteral("DEBE INGRESAR UN CODIGO VALIDO"));
+            return false;
+        }
+        Db& d = db();
+        const bool libre = d.inTransaction([&] {
+            if (Row::toInteger(d.scalar("SELECT count(*) FROM ma_principal Where nu_boleto = ? and numero <> ? "
+                                        "FOR UPDATE",
+                                        {c, numero})) > 0)
+                return false;
+            d.exec("update ma_principal set nu_boleto= ? Where   numero = ? limit 1   ", {c, numero});
+            return true;
+        });
+        if (!libre) {
+            ctx_.dialogs.refuse(kTituloAdmin, QStringLiteral("EL CODIGO YA PERTENECE A OTRO BOLETO"));
+            return false;
+        }
+        ctx_.dialogs.inform(kTituloAdmin, texto::BoletoModificado);
+        return true;
+    });
+}
+
+bool BoletosEscritorio::anularMacuare() {
+    const QString titulo = QStringLiteral("ANULACION DE MACUARES");
+    return guardado([&] {
+        const auto codigo =
+            ctx_.dialogs.ask(titulo, QStringLiteral("INGRESE EL CODIGO DEL BOLETO DEL MACUARE"));
+        if (!codigo || codigo->trimmed().isEmpty()) return false;
+        Db& d = db();
+        QString negado;
+        d.inTransaction([&] {
+            const Recordset rs = d.query("SELECT * FROM macuares Where boleto= ? FOR UPDATE", {codigo->trimmed()});
+            if (rs.empty() || estatusDe(rs.first()) != Estatus::Vendido) {
+                negado = texto::BoletoNoAnulable;
+                return;
+            }
+            // Once the combination's sale is closed its tickets stay.
+            if (Row::toInteger(d.scalar("SELECT venta_macuare FROM configuracion")) == 0) {
+                negado = texto::CarreraCerradaSinCambios;
+                return;
+            }
+            d.exec("delete from  macuares  Where boleto = ? limit 1", {codigo->trimmed()});
+        });
+        if (!negado.isEmpty()) {
+            ctx_.dialogs.refuse(titulo, negado);
+            return false;
+        }
+        ctx_.dialogs.inform(titulo, texto::BoletoAnulado);
+        return true;
+    });
+}
+
+// ---------------------------------------------------------------- audit
+
+std::optional<BoletosEscritorio::Auditoria> BoletosEscritorio::auditoria(const Seleccion& s) {
+    std::optional<Auditoria> out;
+    guardado([&] {
+        Auditoria a;
+        Db& d = db();
+        d.inTransaction([&] {
+            a.enAuditoria = Row::toInteger(
+                d.scalar("SELECT count(carrera) as cantidad FROM ventas_auditoria where carrera = ?", {s.carrera}));
+            a.enVentas = Row::toInteger(d.scalar(
+                "SELECT count(carrera) as cantidad FROM ma_principal where carrera = ? and fecha = ?",
+                {s.carrera, s.fecha}));
+            if (a.enAuditoria == 0) {
+                // The snapshot: one row per ticket of the race, as the winner game in the local currency.
+                a.enAuditoria = insertarDesde(d, auditoriaGanadores(kJuegoGanadores, kMonedaLocal),
+                                              "FROM ma_principal where carrera = ? and fecha = ?", {s.carrera, s.fecha});
+                a.tomada = true;
+            }
+            a.alterados = d.query(
+                "SELECT * FROM ventas_auditoria v WHERE not exists (select * from ma_principal m where "
+                "m.carrera=v.carrera and m.caballo=v.caballo and m.ganadores=v.monto and 0=v.tablas and "
+                "0=v.puesto and m.grupo=v.grupo and m.ch=v.taquilla and ?=v.id_juego and ?=v.id_moneda and "
+                "m.fecha = ?) and v.carrera= ?;",
+                {kJuegoGanadores, kMonedaLocal, s.fecha, s.carrera});
+            // An altered ticket loses any prize not yet paid.
+            for (const Row& v : a.alterados)
+                d.exec("update ma_principal set estatus=0,cobrado=0 where carrera = ? and fecha  = ?  and "
+                       "nu_boleto= ? and estatus <> 2 and estatus <> 3 ",
+                       {s.carrera, s.fecha, v.text("nu_boleto")});
+        });
+        if (!a.alterados.empty())
+            ctx_.dialogs.warn(kTituloAuditoria, QStringLiteral("Boletos Alterados Encontrados"));
+        else if (a.tomada)
+            ctx_.dialogs.inform(kTituloAuditoria,
+                                QStringLiteral("AUDITORIA DE LA CARRERA GUARDADA: %1 BOLETOS").arg(a.enAuditoria));
+        else
+            ctx_.dialogs.inform(kTituloAuditoria, QStringLiteral("NO SE ENCONTRARON BOLETOS ALTERADOS"));
+        out = a;
+    });
+    return out;
+}
+
+bool BoletosEscritorio::borrarAuditoria(const Seleccion& s) {
+    return guardado([&] {
+        if (!ctx_.dialogs.confirm(kTituloAuditoria, QStringLiteral("Desea borrar la auditoria de la carrera"), true))
+            return false;
+        db().exec("delete from ventas_auditoria where carrera = ?", {s.carrera});
+        ctx_.dialogs.inform(kTituloAuditoria, texto::CambiosRealizados);
+        return true;
+    });
+}
+
+// ---------------------------------------------------------------- ticket search
+
+const QStringList& BoletosEscritorio::clasesEstatus() {
+    static const QStringList clases{"PAGADOS", "POR PAGAR", "RET. POR PAGAR", "RET. PAGADOS", "NO GANADORES",
+                                    "TODAS"};
+    return clases;
+}
+
+std::optional<BoletosEscritorio::Busqueda> BoletosEscritorio::buscar(const Seleccion& s, const QString& clase,
+                                                                     const QString& caballo, bool historico) {
+    std::optional<Busqueda> out;
+    guardado([&] {
+        std::string sql = std::string("SELECT numero,nu_boleto,hora,carrera,caballo,ganadores,cobrado,estatus,ch,"
+                                      "grupo FROM ") +
+                          (historico ? "ventas_ganadores" : "ma_principal") + " where fecha = ? and carrera = ?";
+        Params params{s.fecha, s.carrera};
+        if (s.centroElegido()) {
+            sql += " and ch = ?";
+            params.push_back(s.centro);
+        }
+        if (s.grupoElegido()) {
+            sql += " and grupo = ?";
+            params.push_back(s.grupo);
+        }
+        if (!caballo.trimmed().isEmpty()) {
+            const auto n = leerEntero(caballo);
+            if (!n || *n <= 0) {
+                ctx_.dialogs.refuse(texto::TituloBusqueda, texto::CaballoNoValido);
+                return;
+            }
+            sql += " and caballo = ?";
+            params.push_back(*n);
+        }
+        static const QMap<QString, Estatus> estatus{{"PAGADOS", Estatus::Pagado},
+                                                    {"POR PAGAR", Estatus::Ganador},
+                                                    {"RET. POR PAGAR", Estatus::Devolucion},
+                                                    {"RET. PAGADOS", Estatus::DevolucionPagada},
+                                                    {"NO GANADORES", Estatus::Vendido}};
+        if (estatus.contains(clase)) {
+            sql += " and estatus = ?";
+            params.push_back(numeroDe(estatus.value(clase)));
+        }
+        sql += " order by numero desc";
+        Busqueda b;
+        b.filas = db().query(sql, params);
+        if (b.filas.empty()) {
+            ctx_.dialogs.inform(texto::TituloBusqueda, texto::SinRegistros);
+            return;
+        }
+        for (const Row& r : b.filas) {
+            b.sumaganadores += r.number("ganadores");
+            const Estatus e = estatusDe(r);
+            if (liquidado(e)) b.sumacobrado += r.number("cobrado");
+            if (e == Estatus::Ganador || e == Estatus::Devolucion) b.sumaporcobrar += r.number("cobrado");
+        }
+        out = std::move(b);
+    });
+    return out;
+}
+
+}  // namespace hipico

@@ -1,0 +1,275 @@
+#include "sales/Flujos.h"
+
+#include "core/Context.h"
+#include "core/Db.h"
+#include "core/Formato.h"
+#include "core/Guardia.h"
+#include "core/Textos.h"
+#include "sales/ImpresoraTaquilla.h"
+#include "sales/TicketKeys.h"
+
+#include <variant>
+
+namespace hipico {
+
+Estatus estatusDe(const Row& boleto) { return static_cast<Estatus>(boleto.integer("estatus")); }
+
+bool liquidado(Estatus e) { return e == Estatus::Pagado || e == Estatus::DevolucionPagada; }
+
+QString fechaTrabajo(const Context& ctx) {
+    return ctx.session.fecha.isEmpty() ? fechaSql(ctx.clock.today()) : ctx.session.fecha;
+}
+
+const Pagable* Juego::pagable(Estatus e) const {
+    for (const Pagable& p : pagables)
+        if (p.estatus == e) return &p;
+    return nullptr;
+}
+
+namespace {
+
+void mostrar(Context& ctx, const Aviso& a) { ctx.dialogs.message(a.icono, a.titulo, a.texto); }
+
+std::string sql(std::initializer_list<std::string_view> partes) {
+    std::string s;
+    for (std::string_view p : partes) s += p;
+    return s;
+}
+
+}  // namespace
+
+// ---------------------------------------------------------------- sale
+
+Venta vender(Context& ctx, Jugada& jugada, ImpresoraTaquilla& impresora) {
+    Db& db = ctx.servidor();
+    jugada.preparar(db);
+    Venta venta = db.inTransaction([&]() -> Venta {
+        // Every lock first, then the checks over what the locks hold still.
+        jugada.bloquear(db);
+        for (const Jugada::Chequeo& chequeo : jugada.chequeos())
+            if (std::optional<Rechazo> r = chequeo()) return {std::move(r), 0, {}};
+        // The number is the insert's own key.
+        Venta v;
+        v.numero = insertar(db, jugada.fila());
+        v.codigo = codigoBoleto(jugada.prefijo(), desdeFechaSql(jugada.fecha()), v.numero);
+        jugada.completar(db, v.numero, v.codigo);
+        return v;
+    });
+    if (venta.rechazo) {
+        mostrar(ctx, *venta.rechazo);
+        return venta;
+    }
+    impresora.imprimir(jugada.ticket(venta.numero, venta.codigo, impresora.grafico()));
+    return venta;
+}
+
+// ---------------------------------------------------------------- payment
+
+namespace {
+
+std::optional<Row> leerPorCodigo(Db& db, const char* tabla, const char* columna, const QString& codigo) {
+    const Recordset rs = db.query(sql({"SELECT * FROM ", tabla, " Where ", columna, " = ?"}), {codigo});
+    if (rs.empty()) return std::nullopt;
+    return rs.first();
+}
+
+// The tamper checks of the game on the ticket and its kept copy ("" when it passes).
+QString alteracion(Db& db, const Juego& juego, const Row& boleto) {
+    if (!juego.alteracion) return {};
+    const QString codigo = boleto.text(juego.codigo);
+    return juego.alteracion(boleto, leerPorCodigo(db, juego.copia, juego.codigo, codigo));
+}
+
+// The outcome of the lookup for this booth: the payable status, or why not.
+std::variant<const Pagable*, Aviso> desenlace(const Context& ctx, const Juego& juego, const Row& b) {
+    const QString& titulo = juego.tituloCobro;
+    if (b.text(juego.taquilla) != ctx.session.ch) return Aviso{Icon::Critical, titulo, texto::BoletoNoPertenece};
+    const Estatus e = estatusDe(b);
+    if (e == Estatus::Vendido) return Aviso{Icon::Critical, titulo, texto::BoletoNoGanador};
+    if (liquidado(e)) return Aviso{Icon::Critical, titulo, texto::BoletoYaPagado};
+    const Pagable* p = juego.pagable(e);
+    if (!p) return Aviso{Icon::Critical, titulo, texto::VerifiqueNumeroBoleto};
+    const QString hoy = fechaTrabajo(ctx);
+    const QDate venta = desdeFechaSql(b.text("fecha"));
+    const QDate dia = desdeFechaSql(hoy);
+    const long long dias = venta.isValid() && dia.isValid() ? venta.daysTo(dia) : 0;
+    if (dias > ctx.session.parametro(QStringLiteral("duracionboletos")))
+        return Aviso{Icon::Critical, titulo, texto::BoletoCaducado};
+    if (p->soloDelDia && b.text("fecha") != hoy) return Aviso{Icon::Warning, titulo, texto::BoletoDiaAnterior};
+    return p;
+}
+
+}  // namespace
+
+std::optional<ConsultaCobro> consultarCobro(Context& ctx, const Juego& juego, const QString& codigoTecleado) {
+    const QString codigo = codigoTecleado.trimmed();
+    Db& db = ctx.servidor();
+    const std::optional<Row> b = codigo.isEmpty() ? std::nullopt : leerPorCodigo(db, juego.tabla, juego.codigo, codigo);
+    if (!b) {
+        ctx.dialogs.refuse(juego.tituloCobro, texto::VerifiqueNumeroBoleto);
+        return std::nullopt;
+    }
+    if (const QString a = alteracion(db, juego, *b); !a.isEmpty()) {
+        ctx.dialogs.refuse(texto::TituloSeguridad, a);
+        return std::nullopt;
+    }
+    const auto d = desenlace(ctx, juego, *b);
+    if (const Aviso* aviso = std::get_if<Aviso>(&d)) {
+        mostrar(ctx, *aviso);
+        return std::nullopt;
+    }
+    const Pagable* p = std::get<const Pagable*>(d);
+    return ConsultaCobro{true, b->text(juego.codigo), p->mensaje, b->number("cobrado"), numeroDe(p->estatus),
+                         b->integer("numero")};
+}
+
+std::optional<double> cobrar(Context& ctx, const Juego& juego, const ConsultaCobro& consulta,
+                             ImpresoraTaquilla& impresora) {
+    const QString hoy = fechaTrabajo(ctx);
+    Db& db = ctx.servidor();
+    struct Pago {
+        std::optional<Aviso> aviso;
+        double monto = 0;
+    };
+    const Pago pago = db.inTransaction([&]() -> Pago {
+        // The ticket's row is locked: a second booth pressing at the same
+        // time waits here and then finds the ticket paid.
+        const std::optional<Row> b = bloquearBoleto(db, juego, consulta.numero);
+        if (!b || b->text(juego.codigo) != consulta.codigo)
+            return {Aviso{Icon::Critical, juego.tituloCobro, texto::VerifiqueNumeroBoleto}};
+        if (const QString a = alteracion(db, juego, *b); !a.isEmpty())
+            return {Aviso{Icon::Critical, texto::TituloSeguridad, a}};
+        const Estatus e = estatusDe(*b);
+        if (liquidado(e)) return {Aviso{Icon::Critical, juego.tituloCobro, texto::BoletoYaPagado}};
+        const auto d = desenlace(ctx, juego, *b);
+        if (!std::holds_alternative<const Pagable*>(d))
+            return {Aviso{Icon::Critical, juego.tituloCobro, texto::VerifiqueNumeroBoleto}};
+        const int de = numeroDe(e);
+        const int hacia = numeroDe(std::get<const Pagable*>(d)->pagado);
+        const double monto = b->number("cobrado");
+        // The status moves once: a row already moved by another booth is not counted.
+        const long long movidos = db.exec(sql({"Update ", juego.tabla, " set estatus=?,fecha_cobro=? Where ",
+                                               juego.codigo, " = ? and numero = ? and estatus = ?"}),
+                                          {hacia, hoy, consulta.codigo, consulta.numero, de});
+        if (movidos != 1) return {Aviso{Icon::Critical, juego.tituloCobro, texto::BoletoYaPagado}};
+        db.exec(sql({"Update ", juego.copia, " set estatus=?,fecha_cobro=? Where ", juego.codigo,
+                     " = ? and estatus = ?"}),
+                {hacia, hoy, consulta.codigo, de});
+        // The day row of the ticket's group and sale day.
+        const QString grupo = b->text("grupo");
+        const QString fecha = b->text("fecha");
+        db.exec(sql({"INSERT IGNORE INTO ", juego.totales, " (grupo, fecha) VALUES (?, ?)"}), {grupo, fecha});
+        db.exec(sql({"Update ", juego.totales,
+                     " set premios=premios + ?,saldo=saldo - ?,monto_porpagar=monto_porpagar - ? Where fecha =? "
+                     "and grupo=? limit 1  "}),
+                {monto, monto, monto, fecha, grupo});
+        return {std::nullopt, monto};
+    });
+    if (pago.aviso) {
+        mostrar(ctx, *pago.aviso);
+        return std::nullopt;
+    }
+    if (ctx.session.ticketCobro == 1)
+        impresora.imprimir(juego.recibo(DatosCobro{ctx.session.ch, ctx.session.usuario, hoy,
+                                                   horaTexto(ctx.clock.now().time()), consulta.codigo, pago.monto,
+                                                   ctx.session.enDolares()},
+                                        impresora.grafico()));
+    return pago.monto;
+}
+
+// ---------------------------------------------------------------- void
+
+std::optional<Row> bloquearBoleto(Db& db, const Juego& juego, long long numero) {
+    const Recordset rs = db.query(sql({"SELECT * FROM ", juego.tabla, " Where numero = ? FOR UPDATE"}), {numero});
+    if (rs.empty()) return std::nullopt;
+    return rs.first();
+}
+
+ResultadoAnulacion anular(Db& db, const Juego& juego, long long numero, const ReglasAnulacion& r,
+                          const QString& motivo, const QString& usuario) {
+    return db.inTransaction([&] {
+        const std::optional<Row> b = bloquearBoleto(db, juego, numero);
+        // Gone, or no longer the ticket that was looked up (voided meanwhile).
+        if (!b || (!r.codigo.isEmpty() && b->text(juego.codigo) != r.codigo) ||
+            (r.ambito && b->text(r.ambito) != r.valorAmbito))
+            return ResultadoAnulacion::NoEncontrado;
+        const Estatus e = estatusDe(*b);
+        if ((!r.noAntesDe.isEmpty() && b->text("fecha") < r.noAntesDe) ||
+            (r.soloVendidos && e != Estatus::Vendido) || (r.nuncaLiquidados && liquidado(e)))
+            return ResultadoAnulacion::NoAnulable;
+        if (!r.forzado && juego.cerrado && juego.cerrado(db, *b)) return ResultadoAnulacion::Cerrado;
+        insertar(db, juego.anotacion(*b, motivo.left(kLargoMotivo), usuario, Estatus::Anulado));
+        db.exec(sql({"delete from  ", juego.tabla, "  Where ", juego.codigo, " = ? and numero = ? limit 1 "}),
+                {b->text(juego.codigo), numero});
+        return ResultadoAnulacion::Anulado;
+    });
+}
+
+namespace {
+
+// The answer of an input box, trimmed; nullopt when cancelled.
+std::optional<QString> preguntar(Context& ctx, const QString& titulo, const QString& texto,
+                                 const QString& inicial = {}) {
+    const std::optional<QString> r = ctx.dialogs.ask(titulo, texto, inicial);
+    if (!r) return std::nullopt;
+    return r->trimmed();
+}
+
+}  // namespace
+
+ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnulacion& p, long long numero) {
+    QString codigo;
+    if (p.pideCodigo) {
+        const auto c = preguntar(ctx, texto::TituloCodigoBoleto, texto::IngreseCodigoBoleto);
+        if (!c || c->isEmpty()) return ResultadoAnulacion::Cancelada;
+        codigo = *c;
+    } else if (numero <= 0) {
+        ctx.dialogs.refuse(p.titulo, p.noEncontrado);
+        return ResultadoAnulacion::NoEncontrado;
+    }
+    const auto motivo = preguntar(ctx, p.tituloMotivo, texto::IngreseMotivo, texto::MotivoAnulado);
+    if (!motivo) return ResultadoAnulacion::Cancelada;
+    if (motivo->isEmpty()) {
+        if (p.avisaSinMotivo) ctx.dialogs.refuse(texto::TituloVerificacionSistema, texto::SinMotivo);
+        return ResultadoAnulacion::Cancelada;
+    }
+    const bool forzado = p.codigosAdmin.contains(*motivo);
+
+    ReglasAnulacion reglas;
+    reglas.codigo = codigo;
+    reglas.ambito = p.ambito;
+    reglas.valorAmbito = p.valorAmbito;
+    reglas.noAntesDe = p.soloDelDia ? fechaTrabajo(ctx) : QString();
+    reglas.soloVendidos = p.soloVendidos;
+    reglas.nuncaLiquidados = p.nuncaLiquidados;
+    reglas.forzado = forzado;
+
+    const auto resultado = intentar(ctx, p.ventana, [&] {
+        Db& db = ctx.servidor();
+        if (p.pideCodigo) {
+            std::string consulta = sql({"SELECT * FROM ", juego.tabla, " Where ", juego.codigo, "=?"});
+            Params params{codigo};
+            if (p.ambito) {
+                consulta += sql({" and ", p.ambito, "=? "});
+                params.push_back(p.valorAmbito);
+            }
+            const Recordset rs = db.query(consulta, params);
+            if (rs.empty()) return ResultadoAnulacion::NoEncontrado;
+            if (p.confirmar && !p.confirmar(db, rs.first())) return ResultadoAnulacion::Cancelada;
+            numero = rs.first().integer("numero");
+        }
+        return anular(db, juego, numero, reglas, forzado ? p.motivoAdmin : *motivo, ctx.session.usuario);
+    });
+    if (!resultado) return ResultadoAnulacion::Error;
+    switch (*resultado) {
+    case ResultadoAnulacion::NoEncontrado: ctx.dialogs.refuse(p.titulo, p.noEncontrado); break;
+    case ResultadoAnulacion::NoAnulable: ctx.dialogs.refuse(p.titulo, texto::BoletoNoAnulable); break;
+    case ResultadoAnulacion::Cerrado: ctx.dialogs.refuse(p.titulo, juego.textoCerrado); break;
+    case ResultadoAnulacion::Anulado: ctx.dialogs.inform(p.titulo, texto::BoletoAnulado); break;
+    case ResultadoAnulacion::Cancelada:
+    case ResultadoAnulacion::Error: break;
+    }
+    return *resultado;
+}
+
+}  // namespace hipico
