@@ -2,9 +2,10 @@
 
 #include "core/Context.h"
 #include "core/Formato.h"
-#include "core/FormHelpers.h"
-#include "core/InputFilters.h"
-#include "core/RecordsetModel.h"
+#include "gui/Campos.h"
+#include "gui/Grilla.h"
+#include "gui/RecordsetModel.h"
+#include "gui/Teclado.h"
 #include "sales/TicketKeys.h"
 
 #include <QCheckBox>
@@ -39,19 +40,9 @@ const char* const kCorredoresTitulos[] = {"DESDE", "HASTA", "MONTO", "+CASA", "A
                                           "DESDE 2", "HASTA 2", "MONTO 2", "+CASA 2", "DESDE 3", "HASTA 3",
                                           "MONTO 3", "+CASA 3"};
 
-QPushButton* boton(const QString& texto, QWidget* padre, const QString& nombre) {
-    auto* b = new QPushButton(texto, padre);
-    b->setObjectName(nombre);
-    b->setAutoDefault(true);
-    return b;
-}
-
-QLineEdit* caja(QWidget* padre, const QString& nombre, FiltroTecla filtro = nullptr, int ancho = 80) {
-    auto* e = new QLineEdit(padre);
-    e->setObjectName(nombre);
-    e->setMaximumWidth(ancho);
-    if (filtro) KeyFilter::install(e, filtro);
-    return e;
+// A text box of the desk: numbers (with a decimal comma where amounts go), narrow.
+QLineEdit* cajaDesk(QWidget* padre, const QString& nombre, FiltroTecla filtro, int ancho = 80) {
+    return caja(nombre, padre, 0, filtro, ancho);
 }
 
 QComboBox* opciones(const QStringList& textos) {
@@ -89,25 +80,18 @@ RecordsetModel::Column col(const char* titulo, const char* campo, RecordsetModel
 }
 
 QTableView* grilla(QWidget* padre, RecordsetModel*& modelo, const QString& nombre) {
-    auto* t = new QTableView(padre);
-    t->setObjectName(nombre);
-    modelo = new RecordsetModel(t);
-    t->setModel(modelo);
-    t->setSelectionBehavior(QAbstractItemView::SelectRows);
-    t->setSelectionMode(QAbstractItemView::SingleSelection);
-    t->horizontalHeader()->setStretchLastSection(true);
-    t->verticalHeader()->hide();
-    return t;
+    modelo = new RecordsetModel(padre);
+    return grillaDe(modelo, nombre, padre);
 }
 
 }  // namespace
 
-Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent) : QWidget(parent), ctx_(ctx), opciones_(ctx), ventasCarrera_(ctx), tarjeta_(ctx), resultado_(ctx),
+Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent)
+    : Ventana(ctx, parent, QStringLiteral("Form_Admin_Win"), QStringLiteral("ADMINISTRACION DE GANADORES"),
+              Centrado::SegunAjuste),
+      opciones_(ctx), ventasCarrera_(ctx), tarjeta_(ctx), resultado_(ctx),
       cupos_(ctx), reglaCentro_(ctx), descargasGrupo_(ctx), boletosEscritorio_(ctx) {
-    setObjectName("Form_Admin_Win");
-    setWindowFlag(Qt::Window);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QStringLiteral("ADMINISTRACION DE GANADORES"));
     auto* raiz = new QVBoxLayout(this);
     auto* encabezado = new QGroupBox(QStringLiteral("Carrera del día"), this);
     construirEncabezado(encabezado);
@@ -130,7 +114,6 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent) : QWidget(parent),
 
     resize(1280, 780);
     refrescar();
-    if (ctx_.session.centrarform == 1) CentrarForm(this);
 }
 
 void Form_Admin_Win::construirEncabezado(QWidget* panel) {
@@ -159,7 +142,7 @@ void Form_Admin_Win::construirEncabezado(QWidget* panel) {
     llenarGrupos();
     auto_ = new QCheckBox(QStringLiteral("Actualizar cada 5 s"), panel);
     auto_->setObjectName("auto");
-    auto* actualizar = boton(QStringLiteral("Actualizar"), panel, "actualizar");
+    auto* actualizar = boton(QStringLiteral("Actualizar"), "actualizar", panel);
 
     fila->addWidget(new QLabel(QStringLiteral("Fecha:"), panel));
     fila->addWidget(fecha_);
@@ -228,9 +211,9 @@ QWidget* Form_Admin_Win::construirCarrera() {
     swPuestos_ = new QCheckBox(QStringLiteral("Puestos"), ventasCaja);
     int c = 0;
     for (QCheckBox* k : {swGanadores_, swRemate_, swMacuare_, swTablaFija_, swPuestos_}) sw->addWidget(k, 0, c++);
-    auto* guardarVentas = boton(QStringLiteral("Guardar ventas"), ventasCaja, "guardarVentas");
-    auto* abrir = boton(QStringLiteral("Abrir carrera"), ventasCaja, "abrirCarrera");
-    auto* cerrar = boton(QStringLiteral("Cerrar carrera"), ventasCaja, "cerrarCarrera");
+    auto* guardarVentas = boton(QStringLiteral("Guardar ventas"), "guardarVentas", ventasCaja);
+    auto* abrir = boton(QStringLiteral("Abrir carrera"), "abrirCarrera", ventasCaja);
+    auto* cerrar = boton(QStringLiteral("Cerrar carrera"), "cerrarCarrera", ventasCaja);
     sw->addWidget(guardarVentas, 1, 0, 1, 2);
     sw->addWidget(abrir, 1, 2, 1, 2);
     sw->addWidget(cerrar, 1, 4);
@@ -260,13 +243,13 @@ QWidget* Form_Admin_Win::construirCarrera() {
     auto* derecha = new QVBoxLayout;
     auto* resultado = new QGroupBox(QStringLiteral("Resultado"), w);
     auto* form = new QFormLayout(resultado);
-    ganador_ = caja(resultado, "ganador", SoloNumeros);
-    dividendo_ = caja(resultado, "dividendo", SoloNumerosComa);
-    ganador2_ = caja(resultado, "ganador2", SoloNumeros);
-    dividendo2_ = caja(resultado, "dividendo2", SoloNumerosComa);
+    ganador_ = cajaDesk(resultado, "ganador", SoloNumeros);
+    dividendo_ = cajaDesk(resultado, "dividendo", SoloNumerosComa);
+    ganador2_ = cajaDesk(resultado, "ganador2", SoloNumeros);
+    dividendo2_ = cajaDesk(resultado, "dividendo2", SoloNumerosComa);
     oficial_ = new QCheckBox(QStringLiteral("Pagar el dividendo oficial"), resultado);
     oficial_->setObjectName("oficial");
-    auto* procesar = boton(QStringLiteral("Procesar carrera"), resultado, "procesar");
+    auto* procesar = boton(QStringLiteral("Procesar carrera"), "procesar", resultado);
     form->addRow(QStringLiteral("Caballo ganador:"), ganador_);
     form->addRow(QStringLiteral("Dividendo:"), dividendo_);
     form->addRow(QStringLiteral("2º ganador (empate):"), ganador2_);
@@ -291,11 +274,11 @@ QWidget* Form_Admin_Win::construirCarrera() {
 
     auto* anulaciones = new QGroupBox(QStringLiteral("Anulaciones"), w);
     auto* an = new QGridLayout(anulaciones);
-    auto* limpiar = boton(QStringLiteral("Limpiar carrera"), anulaciones, "limpiar");
-    auto* anular = boton(QStringLiteral("Anular carrera"), anulaciones, "anularCarrera");
-    auto* cuatro = boton(QStringLiteral("Devolver 4 caballos"), anulaciones, "cuatroCaballos");
-    retirar_ = caja(anulaciones, "retirarCaballo", SoloNumeros, 50);
-    auto* retirar = boton(QStringLiteral("Retirar caballo"), anulaciones, "retirar");
+    auto* limpiar = boton(QStringLiteral("Limpiar carrera"), "limpiar", anulaciones);
+    auto* anular = boton(QStringLiteral("Anular carrera"), "anularCarrera", anulaciones);
+    auto* cuatro = boton(QStringLiteral("Devolver 4 caballos"), "cuatroCaballos", anulaciones);
+    retirar_ = cajaDesk(anulaciones, "retirarCaballo", SoloNumeros, 50);
+    auto* retirar = boton(QStringLiteral("Retirar caballo"), "retirar", anulaciones);
     an->addWidget(limpiar, 0, 0);
     an->addWidget(anular, 0, 1);
     an->addWidget(cuatro, 1, 0, 1, 2);
@@ -335,7 +318,7 @@ QWidget* Form_Admin_Win::construirCupos() {
     auto* raiz = new QVBoxLayout(w);
     auto* grid = new QGridLayout;
     for (int i = 1; i <= 16; ++i) {
-        auto* e = caja(w, QStringLiteral("cab%1").arg(i), SoloNumerosComa, 100);
+        auto* e = cajaDesk(w, QStringLiteral("cab%1").arg(i), SoloNumerosComa, 100);
         cuposCajas_ << e;
         grid->addWidget(new QLabel(QStringLiteral("Caballo %1").arg(i), w), (i - 1) / 4, ((i - 1) % 4) * 2);
         grid->addWidget(e, (i - 1) / 4, ((i - 1) % 4) * 2 + 1);
@@ -349,7 +332,7 @@ QWidget* Form_Admin_Win::construirCupos() {
     grid->setColumnStretch(8, 1);
     raiz->addWidget(new QLabel(QStringLiteral("Cupos de venta por caballo del centro hípico elegido (en ganadores)"), w));
     raiz->addLayout(grid);
-    auto* todos = boton(QStringLiteral("Guardar todos los cupos"), w, "guardarCupos");
+    auto* todos = boton(QStringLiteral("Guardar todos los cupos"), "guardarCupos", w);
     connect(todos, &QPushButton::clicked, this, [this] {
         QStringList v;
         for (QLineEdit* e : cuposCajas_) v << e->text();
@@ -377,9 +360,9 @@ QWidget* Form_Admin_Win::construirDividendos() {
     for (int k = 1; k <= 4; ++k) {
         ++f;
         g->addWidget(new QLabel(QStringLiteral("Banda %1").arg(k), bandas), f, 0);
-        regla_["rango" + QString::number(2 * k - 1)] = caja(bandas, "rango" + QString::number(2 * k - 1), SoloNumerosComa);
-        regla_["rango" + QString::number(2 * k)] = caja(bandas, "rango" + QString::number(2 * k), SoloNumerosComa);
-        regla_["valor_r" + QString::number(k)] = caja(bandas, "valor_r" + QString::number(k), SoloNumerosComa);
+        regla_["rango" + QString::number(2 * k - 1)] = cajaDesk(bandas, "rango" + QString::number(2 * k - 1), SoloNumerosComa);
+        regla_["rango" + QString::number(2 * k)] = cajaDesk(bandas, "rango" + QString::number(2 * k), SoloNumerosComa);
+        regla_["valor_r" + QString::number(k)] = cajaDesk(bandas, "valor_r" + QString::number(k), SoloNumerosComa);
         regla_["opciondiv" + QString::number(k)] = opciones({"Fijo", "+ Casa"});
         g->addWidget(regla_["rango" + QString::number(2 * k - 1)], f, 1);
         g->addWidget(regla_["rango" + QString::number(2 * k)], f, 2);
@@ -388,9 +371,9 @@ QWidget* Form_Admin_Win::construirDividendos() {
     }
     ++f;
     g->addWidget(new QLabel(QStringLiteral("Banda 5 (desde / tope / + monto)"), bandas), f, 0);
-    regla_["rango9"] = caja(bandas, "rango9", SoloNumerosComa);
-    regla_["rango10"] = caja(bandas, "rango10", SoloNumerosComa);
-    regla_["valor_r5"] = caja(bandas, "valor_r5", SoloNumerosComa);
+    regla_["rango9"] = cajaDesk(bandas, "rango9", SoloNumerosComa);
+    regla_["rango10"] = cajaDesk(bandas, "rango10", SoloNumerosComa);
+    regla_["valor_r5"] = cajaDesk(bandas, "valor_r5", SoloNumerosComa);
     g->addWidget(regla_["rango9"], f, 1);
     g->addWidget(regla_["rango10"], f, 2);
     g->addWidget(regla_["valor_r5"], f, 3);
@@ -401,11 +384,11 @@ QWidget* Form_Admin_Win::construirDividendos() {
     auto* m = new QFormLayout(modo);
     regla_["divopc"] = opciones({"Reglas y bandas", "Oficial + monto de la banda 1"});
     regla_["mododiv"] = opciones({"Por unidad", "Por dos unidades"});
-    regla_["topefavorito"] = caja(modo, "topefavorito", SoloNumerosComa);
+    regla_["topefavorito"] = cajaDesk(modo, "topefavorito", SoloNumerosComa);
     regla_["condicionado"] = new QCheckBox(QStringLiteral("Pagar el monto condicionado"), modo);
     regla_["redondear"] = new QCheckBox(QStringLiteral("Redondear el dividendo"), modo);
     regla_["empate"] = opciones({"La Mitad", "General", "General + Minimo"});
-    regla_["empatemin"] = caja(modo, "empatemin", SoloNumerosComa);
+    regla_["empatemin"] = cajaDesk(modo, "empatemin", SoloNumerosComa);
     m->addRow(QStringLiteral("Modo:"), regla_["divopc"]);
     m->addRow(QStringLiteral("Banda abierta:"), regla_["mododiv"]);
     m->addRow(QStringLiteral("Tope del favorito:"), regla_["topefavorito"]);
@@ -415,7 +398,7 @@ QWidget* Form_Admin_Win::construirDividendos() {
     m->addRow(QStringLiteral("Mínimo del empate:"), regla_["empatemin"]);
     auto* minimos = new QHBoxLayout;
     for (int k = 1; k <= 5; ++k) {
-        regla_["empate" + QString::number(k)] = caja(modo, "empate" + QString::number(k), SoloNumerosComa, 50);
+        regla_["empate" + QString::number(k)] = cajaDesk(modo, "empate" + QString::number(k), SoloNumerosComa, 50);
         minimos->addWidget(regla_["empate" + QString::number(k)]);
     }
     m->addRow(QStringLiteral("Mínimo por banda:"), minimos);
@@ -434,7 +417,7 @@ QWidget* Form_Admin_Win::construirDividendos() {
     pc->addWidget(corredores_);
     raiz->addWidget(porCorredores, 1);
 
-    auto* guardar = boton(QStringLiteral("Guardar regla de dividendos"), w, "guardarRegla");
+    auto* guardar = boton(QStringLiteral("Guardar regla de dividendos"), "guardarRegla", w);
     connect(guardar, &QPushButton::clicked, this, [this] {
         QMap<QString, QString> campos;
         for (auto it = regla_.cbegin(); it != regla_.cend(); ++it) campos.insert(it.key(), valorDe(it.value()));
@@ -459,9 +442,9 @@ QWidget* Form_Admin_Win::construirDescargas() {
     auto* desc = new QGroupBox(QStringLiteral("Descargas del grupo"), w);
     auto* d = new QVBoxLayout(desc);
     auto* entrada = new QHBoxLayout;
-    descargaCaballo_ = caja(desc, "descargaCaballo", SoloNumeros, 60);
-    descargaMonto_ = caja(desc, "descargaMonto", SoloNumerosComa);
-    auto* registrar = boton(QStringLiteral("Registrar descarga"), desc, "registrarDescarga");
+    descargaCaballo_ = cajaDesk(desc, "descargaCaballo", SoloNumeros, 60);
+    descargaMonto_ = cajaDesk(desc, "descargaMonto", SoloNumerosComa);
+    auto* registrar = boton(QStringLiteral("Registrar descarga"), "registrarDescarga", desc);
     entrada->addWidget(new QLabel(QStringLiteral("Caballo:"), desc));
     entrada->addWidget(descargaCaballo_);
     entrada->addWidget(new QLabel(QStringLiteral("Ganadores:"), desc));
@@ -492,10 +475,10 @@ QWidget* Form_Admin_Win::construirDescargas() {
     auto* cond = new QGroupBox(QStringLiteral("Condicionados del grupo en la carrera"), w);
     auto* c = new QVBoxLayout(cond);
     auto* entradaC = new QHBoxLayout;
-    condCaballo_ = caja(cond, "condCaballo", SoloNumeros, 60);
-    condMonto_ = caja(cond, "condMonto", SoloNumerosComa);
-    auto* registrarC = boton(QStringLiteral("Registrar condicionado"), cond, "registrarCondicionado");
-    auto* eliminar = boton(QStringLiteral("Eliminar"), cond, "eliminarCondicionado");
+    condCaballo_ = cajaDesk(cond, "condCaballo", SoloNumeros, 60);
+    condMonto_ = cajaDesk(cond, "condMonto", SoloNumerosComa);
+    auto* registrarC = boton(QStringLiteral("Registrar condicionado"), "registrarCondicionado", cond);
+    auto* eliminar = boton(QStringLiteral("Eliminar"), "eliminarCondicionado", cond);
     entradaC->addWidget(new QLabel(QStringLiteral("Caballo:"), cond));
     entradaC->addWidget(condCaballo_);
     entradaC->addWidget(new QLabel(QStringLiteral("Dividendo:"), cond));
@@ -536,10 +519,10 @@ QWidget* Form_Admin_Win::construirBoletos() {
     clase_->setObjectName("clase");
     clase_->addItems(BoletosEscritorio::clasesEstatus());
     clase_->setCurrentText("TODAS");
-    buscaCaballo_ = caja(w, "buscaCaballo", SoloNumeros, 60);
+    buscaCaballo_ = cajaDesk(w, "buscaCaballo", SoloNumeros, 60);
     historico_ = new QCheckBox(QStringLiteral("Boletos guardados"), w);
     historico_->setObjectName("historico");
-    auto* botonBuscar = boton(QStringLiteral("Buscar"), w, "buscar");
+    auto* botonBuscar = boton(QStringLiteral("Buscar"), "buscar", w);
     filtros->addWidget(new QLabel(QStringLiteral("Estatus:"), w));
     filtros->addWidget(clase_);
     filtros->addWidget(new QLabel(QStringLiteral("Caballo:"), w));
@@ -566,7 +549,7 @@ QWidget* Form_Admin_Win::construirBoletos() {
             });
 
     auto* comandos = new QHBoxLayout;
-    numero_ = caja(w, "numero", SoloNumeros, 100);
+    numero_ = cajaDesk(w, "numero", SoloNumeros, 100);
     comandos->addWidget(new QLabel(QStringLiteral("Nº de boleto:"), w));
     comandos->addWidget(numero_);
     struct Comando {
@@ -583,15 +566,15 @@ QWidget* Form_Admin_Win::construirBoletos() {
         {"Anular Macuare", "anularMacuare", [this] { return boletosEscritorio_.anularMacuare(); }},
     };
     for (const Comando& c : lista) {
-        auto* b = boton(QString::fromUtf8(c.texto), w, c.nombre);
+        auto* b = boton(QString::fromUtf8(c.texto), c.nombre, w);
         connect(b, &QPushButton::clicked, this, [this, fn = c.fn] {
             if (fn() && !boletosModelo_->recordset().empty()) buscar();
         });
         comandos->addWidget(b);
     }
     comandos->addStretch(1);
-    auto* auditar = boton(QStringLiteral("Auditoría"), w, "auditoria");
-    auto* borrar = boton(QStringLiteral("Borrar auditoría"), w, "borrarAuditoria");
+    auto* auditar = boton(QStringLiteral("Auditoría"), "auditoria", w);
+    auto* borrar = boton(QStringLiteral("Borrar auditoría"), "borrarAuditoria", w);
     comandos->addWidget(auditar);
     comandos->addWidget(borrar);
     connect(auditar, &QPushButton::clicked, this, [this] {
@@ -811,12 +794,6 @@ void Form_Admin_Win::buscar() {
                                .arg(b->filas.size())
                                .arg(textoNumero(b->sumaganadores), formatoMonto(b->sumacobrado, dolar),
                                     formatoMonto(b->sumaporcobrar, dolar)));
-}
-
-void Form_Admin_Win::keyPressEvent(QKeyEvent* e) {
-    // Esc leaves the desk.
-    if (e->key() == Qt::Key_Escape) close();
-    else QWidget::keyPressEvent(e);
 }
 
 long long Form_Admin_Win::numeroBoleto() { return numero_->text().trimmed().toLongLong(); }

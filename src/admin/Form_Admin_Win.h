@@ -6,6 +6,8 @@
 #include "admin/DescargasEscritorio.h"
 #include "admin/Escritorio.h"
 
+#include "gui/Ventana.h"
+
 #include <QMap>
 #include <QWidget>
 
@@ -30,16 +32,13 @@ class RecordsetModel;
 // The winners pool administration window: the administrator's desk for the
 // winner-bet game of one day. All work is done by the desk's commands, each
 // given the selection the header shows; this view shows what they return.
-class Form_Admin_Win : public QWidget {
+class Form_Admin_Win : public Ventana<QWidget> {
     Q_OBJECT
 public:
     explicit Form_Admin_Win(Context& ctx, QWidget* parent = nullptr);
 
     // Re-reads what the window shows for the chosen date, race, centre and group.
     void refrescar();
-
-protected:
-    void keyPressEvent(QKeyEvent* e) override;
 
 private:
     void construirEncabezado(QWidget* panel);
@@ -64,7 +63,6 @@ private:
     void buscar();
     long long numeroBoleto();
 
-    Context& ctx_;
     OpcionesEscritorio opciones_;
     VentasCarrera ventasCarrera_;
     TarjetaCarrera tarjeta_;

@@ -2,7 +2,11 @@
 
 #include <QString>
 
+#include "core/FiltrosTecla.h"
+
 class QComboBox;
+class QLineEdit;
+class QPushButton;
 class QDateEdit;
 class QWidget;
 
@@ -15,5 +19,13 @@ constexpr int kCarrerasPorDia = 15;
 QDateEdit* selectorFecha(const QString& nombre, QWidget* padre = nullptr);
 // The list of the day's race numbers, 1 to kCarrerasPorDia.
 QComboBox* listaCarreras(const QString& nombre, QWidget* padre = nullptr);
+
+// A button that Enter presses when it has the cursor.
+QPushButton* boton(const QString& texto, const QString& nombre, QWidget* padre = nullptr);
+
+// A text box: its name, and when given the longest text it takes (0: no
+// limit), a keystroke filter and its widest width in pixels (0: any).
+QLineEdit* caja(const QString& nombre, QWidget* padre = nullptr, int largo = 0, FiltroTecla filtro = nullptr,
+                int ancho = 0);
 
 }  // namespace hipico

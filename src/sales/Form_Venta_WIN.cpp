@@ -2,6 +2,7 @@
 
 #include "core/Context.h"
 #include "core/Formato.h"
+#include "gui/Campos.h"
 #include "gui/Teclado.h"
 
 #include <QAction>
@@ -31,12 +32,6 @@ QLabel* etiqueta(const QString& texto, const char* clase = "campo") {
     return l;
 }
 
-QLineEdit* caja(const char* nombre, int largo) {
-    auto* e = new QLineEdit;
-    e->setObjectName(nombre);
-    e->setMaxLength(largo);
-    return e;
-}
 
 }  // namespace
 
@@ -116,10 +111,10 @@ void Form_Venta_WIN::construir() {
     auto* medio = new QVBoxLayout;
     auto* grupoVenta = new QGroupBox(QStringLiteral("VENTA"));
     auto* gv = new QGridLayout(grupoVenta);
-    textCarrera_ = caja("Text_Carrera", 3);
-    textCaballo_ = caja("Text_Caballo", 3);
-    textCliente_ = caja("Text_cliente", 45);
-    textMonto_ = caja("Text_Monto", 12);
+    textCarrera_ = caja("Text_Carrera", nullptr, 3);
+    textCaballo_ = caja("Text_Caballo", nullptr, 3);
+    textCliente_ = caja("Text_cliente", nullptr, 45);
+    textMonto_ = caja("Text_Monto", nullptr, 12);
     KeyFilter::install(textCarrera_, SoloNumeros);
     KeyFilter::install(textCaballo_, SoloNumeros);
     KeyFilter::install(textMonto_, SoloNumerosComa);
@@ -152,7 +147,7 @@ void Form_Venta_WIN::construir() {
     frameClave_->setObjectName(QStringLiteral("frameClave"));
     auto* fc = new QHBoxLayout(frameClave_);
     fc->addWidget(etiqueta(QStringLiteral("CLAVE DEL SUPERVISOR")));
-    textClave_ = caja("Text_Clave", 45);
+    textClave_ = caja("Text_Clave", nullptr, 45);
     textClave_->setEchoMode(QLineEdit::Password);
     fc->addWidget(textClave_, 1);
     frameClave_->hide();
@@ -165,7 +160,7 @@ void Form_Venta_WIN::construir() {
 
     auto* grupoCobro = new QGroupBox(QStringLiteral("COBRO DE BOLETOS"));
     auto* gc = new QGridLayout(grupoCobro);
-    textCobro_ = caja("Text_boletoCobro", 25);
+    textCobro_ = caja("Text_boletoCobro", nullptr, 25);
     botonCobrar_ = new QPushButton(QStringLiteral("COBRAR"));
     botonCobrar_->setObjectName(QStringLiteral("Boton_Cobrar_Boleto2"));
     botonCobrar_->setAutoDefault(true);

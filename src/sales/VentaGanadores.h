@@ -103,7 +103,5 @@ private:
     std::optional<Consulta> porCobrar_;
 };
 
-// The name the sale window's view gives the system-validation title.
-inline const QString& kTituloValidacion = texto::TituloValidacionSistema;
 
 }  // namespace hipico

@@ -2,6 +2,7 @@
 
 #include "core/Context.h"
 #include "core/Formato.h"
+#include "gui/Campos.h"
 #include "gui/Teclado.h"
 #include "signin/CierreDia.h"
 
@@ -18,17 +19,6 @@
 #include <QVBoxLayout>
 
 namespace hipico {
-
-namespace {
-
-QPushButton* boton(const QString& texto, const char* nombre) {
-    auto* b = new QPushButton(texto);
-    b->setObjectName(nombre);
-    b->setAutoDefault(true);
-    return b;
-}
-
-}  // namespace
 
 FormularioAjustes::FormularioAjustes(const QVector<CampoAjuste>& campos, QTabWidget* pestanasWidget) : lista_(campos) {
     for (const QString& pestana : pestanas(campos)) {

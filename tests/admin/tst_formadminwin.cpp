@@ -3,7 +3,7 @@
 // window is grabbed with the processed race.
 #include "support/Boletos.h"
 #include "admin/Form_Admin_Win.h"
-#include "core/RecordsetModel.h"
+#include "gui/RecordsetModel.h"
 #include "support/TestEnv.h"
 
 #include <QCheckBox>

@@ -1,7 +1,7 @@
 // A day at the centre across the windows' logic: the administration opens the
 // current race, a booth sells, the race closes, the result is processed and
 // the booth pays the winner once.
-#include "admin/AdminGanadores.h"
+#include "admin/CarreraEscritorio.h"
 #include "core/Connections.h"
 #include "races/AbrirCerrarLogica.h"
 #include "sales/VentaGanadores.h"
@@ -59,13 +59,11 @@ private slots:
 
         // The result: horse 3 wins with an official dividend of 4,60. Group 07
         // adds 1 to dividends between 3 and 9.99.
-        AdminGanadores admin(env.ctx);
-        admin.fecha = hoy;
-        admin.hipodromo = "LA RINCONADA";
-        admin.carrera = 2;
-        admin.centro = "TODOS";
-        env.dialogs.yes();  // in case the desk asks before processing
-        QVERIFY(admin.procesarCarrera("3", "4,60"));
+        Seleccion sel = seleccionInicial(env.ctx);
+        sel.fecha = hoy;
+        sel.hipodromo = "LA RINCONADA";
+        sel.carrera = 2;
+        QVERIFY(ResultadoCarrera(env.ctx).procesar(sel, "3", "4,60"));
         const Row pagar = env.db().query("SELECT * FROM ma_principal WHERE nu_boleto = ?", {ganador.boleto.codigo}).first();
         QCOMPARE(pagar.integer("estatus"), 1LL);
         QCOMPARE(pagar.number("cobrado"), 2 * 5.6);

@@ -1,4 +1,0 @@
-#pragma once
-
-// Former place of these window helpers; they live in gui/ now.
-#include "gui/FormHelpers.h"
