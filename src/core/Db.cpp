@@ -45,16 +45,19 @@ DbError diagnose(SQLSMALLINT type, SQLHANDLE handle, const std::string& sql) {
     return DbError(text + " [" + sql + "]", reinterpret_cast<const char*>(state), native);
 }
 
-bool isCacheable(const std::string& sql) {
+// The statement's first word (after blanks) is word, in any case.
+bool startsWith(const std::string& sql, const char* word) {
     std::size_t i = 0;
     while (i < sql.size() && std::isspace(static_cast<unsigned char>(sql[i]))) ++i;
-    auto starts = [&](const char* word) {
-        const std::size_t n = std::strlen(word);
-        if (sql.size() - i < n) return false;
-        for (std::size_t k = 0; k < n; ++k)
-            if (std::tolower(static_cast<unsigned char>(sql[i + k])) != word[k]) return false;
-        return true;
-    };
+    const std::size_t n = std::strlen(word);
+    if (sql.size() - i < n) return false;
+    for (std::size_t k = 0; k < n; ++k)
+        if (std::tolower(static_cast<unsigned char>(sql[i + k])) != word[k]) return false;
+    return true;
+}
+
+bool isCacheable(const std::string& sql) {
+    auto starts = [&](const char* word) { return startsWith(sql, word); };
     return starts("select") || starts("insert") || starts("update") || starts("delete");
 }
 
@@ -224,15 +227,7 @@ namespace {
 
 // Statements that change nothing: after a lost connection they are simply run again.
 bool isRead(const std::string& sql) {
-    std::size_t i = 0;
-    while (i < sql.size() && std::isspace(static_cast<unsigned char>(sql[i]))) ++i;
-    auto starts = [&](const char* word) {
-        const std::size_t n = std::strlen(word);
-        if (sql.size() - i < n) return false;
-        for (std::size_t k = 0; k < n; ++k)
-            if (std::tolower(static_cast<unsigned char>(sql[i + k])) != word[k]) return false;
-        return true;
-    };
+    auto starts = [&](const char* word) { return startsWith(sql, word); };
     return (starts("select") && sql.find("FOR UPDATE") == std::string::npos) || starts("show") || starts("set ");
 }
 
