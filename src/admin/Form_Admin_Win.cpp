@@ -87,7 +87,7 @@ QTableView* grilla(QWidget* padre, RecordsetModel*& modelo, const QString& nombr
 }  // namespace
 
 Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent)
-    : Ventana(ctx, parent, QStringLiteral("Form_Admin_Win"), QStringLiteral("ADMINISTRACION DE GANADORES"),
+    : Ventana(ctx, parent, QStringLiteral("Form_Admin_Win"), QStringLiteral("ADMINISTRACIÓN DE GANADORES"),
               Centrado::SegunAjuste),
       opciones_(ctx), ventasCarrera_(ctx), tarjeta_(ctx), resultado_(ctx),
       cupos_(ctx), reglaCentro_(ctx), descargasGrupo_(ctx), boletosEscritorio_(ctx) {

@@ -24,17 +24,10 @@ QString nombreCaballo(Context& ctx, long long carrera, long long caballo) {
 }
 
 BoletoDia boletoDe(const Context& ctx, const Row& r) {
-    BoletoDia b;
-    b.numero = r.integer("numero");
-    b.codigo = r.text("nu_boleto");
-    b.hora = r.text("hora");
-    b.carrera = r.integer("carrera");
-    b.caballo = r.integer("caballo");
-    b.ganadores = r.number("ganadores");
-    b.costo = b.ganadores * valorGanador(ctx.session);
-    b.cobrado = r.number("cobrado");
-    b.estatus = estatusDe(r);
-    return b;
+    const double ganadores = r.number("ganadores");
+    return {r.integer("numero"),  r.text("nu_boleto"), r.text("hora"),     r.integer("carrera"),
+            r.integer("caballo"), QString(),           ganadores,          ganadores * valorGanador(ctx.session),
+            r.number("cobrado"),  estatusDe(r)};
 }
 
 }  // namespace
