@@ -387,6 +387,23 @@ private slots:
         QCOMPARE(ajustes->size(), tamano);
     }
 
+    // Inside the menu the booth's keys are the booth's: F6 opens its list of
+    // the day's tickets, F8 asks for a ticket to void, Esc closes the list.
+    void teclasDeLaTaquillaDentroDelMenu() {
+        Abierta a = abrir(caso("Form_Venta_WIN"), {1024, 768});
+        pulsar(a.ventana, Qt::Key_F6);
+        QWidget* lista = a.ventana->findChild<QWidget*>("Form_BoletosTaquilla");
+        QVERIFY(lista && lista->isVisible());
+        QApplication::setActiveWindow(lista);
+        pulsar(lista, Qt::Key_Escape);
+        QVERIFY(!lista->isVisible());
+        QApplication::setActiveWindow(a.menu->menu.get());
+        a.ventana->findChild<QWidget*>("Text_Caballo")->setFocus();
+        env->dialogs.cancel();
+        pulsar(a.ventana, Qt::Key_F8);
+        QCOMPARE(env->dialogs.last().text, QString("INGRESE EL CODIGO DEL BOLETO"));
+    }
+
     // Qt's own translations: the standard buttons of every box speak Spanish.
     void botonesEstandarEnEspanol() {
         QVERIFY(cargarTraducciones());
