@@ -87,7 +87,7 @@ QTableView* grilla(QWidget* padre, RecordsetModel*& modelo, const QString& nombr
 }  // namespace
 
 Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent)
-    : Ventana(ctx, parent, QStringLiteral("Form_Admin_Win"), QStringLiteral("ADMINISTRACION DE GANADORES"),
+    : Ventana(ctx, parent, QStringLiteral("Form_Admin_Win"), QStringLiteral("ADMINISTRACIÓN DE GANADORES"),
               Centrado::SegunAjuste),
       opciones_(ctx), ventasCarrera_(ctx), tarjeta_(ctx), resultado_(ctx),
       cupos_(ctx), reglaCentro_(ctx), descargasGrupo_(ctx), boletosEscritorio_(ctx) {
@@ -105,6 +105,7 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent)
     pestanas_->addTab(construirDescargas(), QStringLiteral("Descargas y condicionados"));
     pestanas_->addTab(construirBoletos(), QStringLiteral("Boletos"));
     pestanas_->addTab(construirTaquillas(), QStringLiteral("Taquillas"));
+    pestanas_->setCornerWidget(esquina_, Qt::TopRightCorner);
     raiz->addWidget(pestanas_, 1);
 
     timer_ = new QTimer(this);
@@ -114,6 +115,7 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent)
 
     resize(1280, 780);
     refrescar();
+    primerFoco(carrera_);
 }
 
 void Form_Admin_Win::construirEncabezado(QWidget* panel) {
@@ -155,8 +157,13 @@ void Form_Admin_Win::construirEncabezado(QWidget* panel) {
     fila->addWidget(new QLabel(QStringLiteral("Grupo:"), panel));
     fila->addWidget(grupo_);
     fila->addStretch(1);
-    fila->addWidget(auto_);
-    fila->addWidget(actualizar);
+    // The refresh beside the tabs, so that the header fits a 1024-pixel screen.
+    auto* refresco = new QWidget;
+    auto* r = new QHBoxLayout(refresco);
+    r->setContentsMargins(0, 0, 0, 2);
+    r->addWidget(auto_);
+    r->addWidget(actualizar);
+    esquina_ = refresco;
 
     auto cambio = [this] {
         if (!cargando_) refrescar();
@@ -182,7 +189,7 @@ QWidget* Form_Admin_Win::construirCarrera() {
     ventas_ = new QListWidget(w);
     ventas_->setObjectName("ventas");
     ventas_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    ventas_->setMinimumWidth(280);
+    ventas_->setMinimumWidth(200);
     izquierda->addWidget(ventas_, 1);
     dia_ = new QLabel(w);
     dia_->setObjectName("dia");
@@ -331,6 +338,9 @@ QWidget* Form_Admin_Win::construirCupos() {
     }
     grid->setColumnStretch(8, 1);
     raiz->addWidget(new QLabel(QStringLiteral("Cupos de venta por caballo del centro hípico elegido (en ganadores)"), w));
+    avisoCupos_ = new QLabel(w);
+    avisoCupos_->setObjectName("avisoCupos");
+    raiz->addWidget(avisoCupos_);
     raiz->addLayout(grid);
     auto* todos = boton(QStringLiteral("Guardar todos los cupos"), "guardarCupos", w);
     connect(todos, &QPushButton::clicked, this, [this] {
@@ -417,6 +427,9 @@ QWidget* Form_Admin_Win::construirDividendos() {
     pc->addWidget(corredores_);
     raiz->addWidget(porCorredores, 1);
 
+    avisoRegla_ = new QLabel(w);
+    avisoRegla_->setObjectName("avisoRegla");
+    raiz->addWidget(avisoRegla_);
     auto* guardar = boton(QStringLiteral("Guardar regla de dividendos"), "guardarRegla", w);
     connect(guardar, &QPushButton::clicked, this, [this] {
         QMap<QString, QString> campos;
@@ -706,25 +719,37 @@ void Form_Admin_Win::celdaCarrera(int fila, int columna) {
 
 void Form_Admin_Win::refrescarCupos() {
     cargando_ = true;
-    const auto r = cupos_.leer(seleccion());
+    const Seleccion sel = seleccion();
+    const auto r = cupos_.leer(sel);
     for (int i = 0; i < cuposCajas_.size(); ++i) {
         cuposCajas_[i]->setEnabled(r.has_value());
         cuposCajas_[i]->setText(r ? r->text(QStringLiteral("cab%1").arg(i + 1)) : QString());
         cuposCajas_[i]->setModified(false);
     }
+    avisoCupos_->setText(r ? QString()
+                         : !sel.centroElegido()
+                             ? QStringLiteral("Los cupos son de un centro hípico: elija uno (no \"TODOS\") para verlos y cambiarlos.")
+                             : QStringLiteral("El centro hípico %1 no tiene cupos registrados.").arg(sel.centro));
     cargando_ = false;
 }
 
 void Form_Admin_Win::refrescarRegla() {
-    const QMap<QString, QString> v = reglaCentro_.leer(seleccion());
+    const Seleccion sel = seleccion();
+    const QMap<QString, QString> v = reglaCentro_.leer(sel);
+    // Without a rule to show, the boxes are empty rather than zeros, and say why.
+    const QString vacio = v.isEmpty() ? QString() : QStringLiteral("0");
     for (auto it = regla_.cbegin(); it != regla_.cend(); ++it) {
-        ponerValor(it.value(), v.value(it.key(), QStringLiteral("0")));
+        ponerValor(it.value(), v.value(it.key(), vacio));
         it.value()->setEnabled(!v.isEmpty());
     }
+    avisoRegla_->setText(!v.isEmpty() ? QString()
+                         : !sel.centroElegido()
+                             ? QStringLiteral("La regla de dividendos es de un centro hípico: elija uno (no \"TODOS\") para verla y cambiarla.")
+                             : QStringLiteral("No hay regla de dividendos para el centro hípico %1 en este hipódromo.").arg(sel.centro));
     for (int n = 4; n <= 7; ++n)
         for (int c = 0; c < 16; ++c) {
             const QString col = QString::number(n) + kCorredoresCampos[c];
-            auto* item = new QTableWidgetItem(v.value(col, n == 4 && c >= 8 ? QString() : QStringLiteral("0")));
+            auto* item = new QTableWidgetItem(v.value(col, n == 4 && c >= 8 ? QString() : vacio));
             if (n == 4 && c >= 8) item->setFlags(Qt::NoItemFlags);  // four runners have no extended bands
             corredores_->setItem(n - 4, c, item);
         }

@@ -81,6 +81,7 @@ private:
     QCheckBox* auto_ = nullptr;
     QTimer* timer_ = nullptr;
     QTabWidget* pestanas_ = nullptr;
+    QWidget* esquina_ = nullptr;  // the refresh controls, beside the tabs
 
     // Race tab.
     QListWidget* ventas_ = nullptr;
@@ -101,9 +102,11 @@ private:
 
     // Limits tab.
     QVector<QLineEdit*> cuposCajas_;
+    QLabel* avisoCupos_ = nullptr;
 
     // Dividend rule tab: one editor per rule column.
     QMap<QString, QWidget*> regla_;
+    QLabel* avisoRegla_ = nullptr;
     QTableWidget* corredores_ = nullptr;
 
     // Lay-offs and conditioned amounts.

@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName("hipico");
     QApplication::setApplicationVersion(kVersionTexto);
     aplicarEstilo();
+    cargarTraducciones();
     const QString archivo = Config::locate(app.arguments());
     const Config config = archivo.isEmpty() ? Config() : Config::load(archivo);
     SystemClock clock;

@@ -26,7 +26,7 @@ struct Config {
     int localPuerto = 3306;
     // Three public-address services, separated by blanks.
     QString serviciosIp;
-    int esperaRedMs = 5000;
+    int esperaRedMs = 3000;
     // Address of the secondary server written into a new local settings row.
     QString ipSecundaria;
     // Folder of the per-machine files (the booth's sale unit and the like).

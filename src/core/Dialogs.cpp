@@ -9,8 +9,12 @@ void ScriptedDialogs::message(Icon icon, const QString& title, const QString& te
     shown_.append({Kind::Message, icon, title, text});
 }
 
-bool ScriptedDialogs::confirm(const QString& title, const QString& text, bool, Icon icon) {
-    shown_.append({Kind::Confirm, icon, title, text});
+void ScriptedDialogs::notify(Icon icon, const QString& title, const QString& text) {
+    shown_.append({Kind::Notice, icon, title, text});
+}
+
+bool ScriptedDialogs::confirm(const QString& title, const QString& text, bool noByDefault, Icon icon) {
+    shown_.append({Kind::Confirm, icon, title, text, noByDefault});
     if (answers_.empty() || !std::holds_alternative<bool>(answers_.front()))
         throw std::logic_error("sin respuesta preparada para la pregunta: " + text.toStdString());
     const bool answer = std::get<bool>(answers_.front());

@@ -22,6 +22,9 @@ public:
                          Icon icon = Icon::Question) = 0;
     // An input box; nullopt when the user cancels.
     virtual std::optional<QString> ask(const QString& title, const QString& prompt, const QString& initial = {}) = 0;
+    // A message that does not stop the program: it stays on screen while the
+    // user goes on working (what background work has to say).
+    virtual void notify(Icon icon, const QString& title, const QString& text) { message(icon, title, text); }
 
     void inform(const QString& title, const QString& text) { message(Icon::Information, title, text); }
     void refuse(const QString& title, const QString& text) { message(Icon::Critical, title, text); }
@@ -32,12 +35,13 @@ public:
 // input box with no scripted answer left (or of the wrong kind) throws.
 class ScriptedDialogs : public Dialogs {
 public:
-    enum class Kind { Message, Confirm, Ask };
+    enum class Kind { Message, Confirm, Ask, Notice };
     struct Box {
         Kind kind;
         Icon icon;
         QString title;
         QString text;
+        bool noByDefault = false;  // a question whose default answer is No
     };
 
     ScriptedDialogs& yes() { answers_.emplace_back(true); return *this; }
@@ -48,6 +52,7 @@ public:
     void message(Icon icon, const QString& title, const QString& text) override;
     bool confirm(const QString& title, const QString& text, bool noByDefault, Icon icon) override;
     std::optional<QString> ask(const QString& title, const QString& prompt, const QString& initial) override;
+    void notify(Icon icon, const QString& title, const QString& text) override;
 
     const QVector<Box>& shown() const { return shown_; }
     int count() const { return static_cast<int>(shown_.size()); }

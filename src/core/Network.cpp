@@ -62,15 +62,20 @@ bool EsIpValida(const QString& texto) {
     return true;
 }
 
-QString IpPublica(const QString& servicios, Dialogs& dialogs, int timeoutMs) {
+QString preguntarIpPublica(const QString& servicios, int timeoutMs) {
     const QStringList direcciones = servicios.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     QString texto;
     for (const QString& direccion : direcciones) {
         texto = Gurl(direccion, timeoutMs).trimmed();
         if (EsIpValida(texto)) break;
     }
+    return texto;
+}
+
+QString IpPublica(const QString& servicios, Dialogs& dialogs, int timeoutMs) {
+    const QString texto = preguntarIpPublica(servicios, timeoutMs);
     if (texto.isEmpty())
-        dialogs.refuse(QStringLiteral("Ups!"), QStringLiteral("Checkee su internet por favor, parece que esta fallando."));
+        dialogs.refuse(kTituloSinInternet, kSinInternet);
     return texto;
 }
 

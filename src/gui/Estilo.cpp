@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <QStyle>
 #include <QWidget>
 
@@ -17,6 +19,19 @@ QString hojaDeEstilo() {
 }
 
 void aplicarEstilo() { qApp->setStyleSheet(hojaDeEstilo()); }
+
+bool cargarTraducciones() {
+    static QTranslator* qt = nullptr;
+    if (qt) return true;
+    auto* t = new QTranslator(qApp);
+    if (!t->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        delete t;
+        return false;
+    }
+    QCoreApplication::installTranslator(t);
+    qt = t;
+    return true;
+}
 
 void marcar(QWidget* widget, const char* propiedad, const QVariant& valor) {
     if (widget->property(propiedad) == valor) return;

@@ -3,6 +3,7 @@
 #include "core/Cipher.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QWidget>
@@ -74,6 +75,57 @@ bool EnterMovesOn::eventFilter(QObject* watched, QEvent* event) {
         next = next->nextInFocusChain();
     if (next && next != w) next->setFocus(Qt::TabFocusReason);
     return true;
+}
+
+LectorCodigos::LectorCodigos(QWidget* ventana, int minimo, std::function<void(const QString&)> leido)
+    : QObject(ventana), ventana_(ventana), minimo_(minimo), leido_(std::move(leido)) {
+    reloj_.start();
+    qApp->installEventFilter(this);
+}
+
+LectorCodigos::~LectorCodigos() { qApp->removeEventFilter(this); }
+
+void LectorCodigos::excluir(QWidget* caja) { excluidas_ << caja; }
+
+void LectorCodigos::olvidar() {
+    rafaga_.clear();
+    caja_ = nullptr;
+    antes_.clear();
+}
+
+bool LectorCodigos::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return false;
+    // The key as it reaches the box with the cursor (not again as it travels up).
+    auto* w = qobject_cast<QWidget*>(watched);
+    if (!w || w != QApplication::focusWidget() || !(w == ventana_ || ventana_->isAncestorOf(w))) return false;
+    if (excluidas_.contains(w)) {
+        olvidar();
+        return false;
+    }
+    auto* key = static_cast<QKeyEvent*>(event);
+    const qint64 ahora = reloj_.elapsed();
+    const bool seguida = ahora - ultima_ <= kEntreTeclasMs;
+    const QString t = key->text();
+    if (t.size() == 1 && t.at(0) >= QLatin1Char('0') && t.at(0) <= QLatin1Char('9') &&
+        !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+        if (rafaga_.isEmpty() || !seguida || w != caja_) {
+            olvidar();
+            caja_ = w;
+            if (auto* line = qobject_cast<QLineEdit*>(w)) antes_ = line->text();
+        }
+        rafaga_ += t;
+        ultima_ = ahora;
+        return false;
+    }
+    if (esEnter(key) && seguida && rafaga_.size() >= minimo_ && w == caja_) {
+        const QString codigo = rafaga_;
+        if (auto* line = qobject_cast<QLineEdit*>(w)) line->setText(antes_);
+        olvidar();
+        leido_(codigo);
+        return true;
+    }
+    olvidar();
+    return false;
 }
 
 void enterVaA(QWidget* campo, QWidget* siguiente) {

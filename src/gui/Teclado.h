@@ -2,7 +2,10 @@
 
 #include "core/FiltrosTecla.h"
 
+#include <QElapsedTimer>
+#include <QList>
 #include <QObject>
+#include <QString>
 #include <functional>
 #include <initializer_list>
 
@@ -41,6 +44,39 @@ protected:
 
 private:
     std::function<bool()> onEnter_;
+};
+
+// A code read by a scanner: a burst of digits, each close behind the other,
+// ended by Enter. Anywhere in the window (but in the boxes kept out), such a
+// burst of at least `minimo` digits is taken back from the box it fell into,
+// which keeps the text it had, and handed to `leido`; its Enter does nothing
+// else. Keys typed by hand never come that close together.
+class LectorCodigos : public QObject {
+    Q_OBJECT
+public:
+    LectorCodigos(QWidget* ventana, int minimo, std::function<void(const QString&)> leido);
+    ~LectorCodigos() override;
+    // A box whose keys are never a scanner's (a password).
+    void excluir(QWidget* caja);
+
+    // The longest pause between two keys of one burst.
+    static constexpr int kEntreTeclasMs = 40;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void olvidar();
+
+    QWidget* ventana_;
+    int minimo_;
+    std::function<void(const QString&)> leido_;
+    QList<QWidget*> excluidas_;
+    QString rafaga_;
+    QWidget* caja_ = nullptr;
+    QString antes_;
+    qint64 ultima_ = 0;
+    QElapsedTimer reloj_;
 };
 
 // Enter in a field takes the focus to the given field.

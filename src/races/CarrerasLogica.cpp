@@ -27,6 +27,13 @@ Row configuracion(Context& ctx) {
 
 QStringList CarrerasLogica::hipodromos() { return nombresHipodromos(ctx_, false); }
 
+QString CarrerasLogica::hipodromoActual() {
+    const long long id = configuracion(ctx_).integerOr(QStringLiteral("id_hipodromo"));
+    const Recordset& rs = ctx_.rs(QStringLiteral("rsHipodromos"));
+    const int i = rs.find(QStringLiteral("id_hipodromo"), QString::number(id));
+    return i < 0 ? QString() : rs[i].text(QStringLiteral("hipodromo"));
+}
+
 bool CarrerasLogica::aceptar(const EntradaCaballo& e) {
     const QString fecha = fechaSql(e.fecha);
     const double apuestaMaxWin = configuracion(ctx_).number(QStringLiteral("apuesta_max_win"));

@@ -28,6 +28,9 @@ public:
 
     // The track list: every track, in the table's order.
     QStringList hipodromos();
+    // The system's current track (configuracion), where a card is entered
+    // unless another one is chosen; "" when it has none.
+    QString hipodromoActual();
 
     // Accept: adds the horse to the race (a carreras row with the values of a
     // manual entry) and its name to caballos. An unknown track is refused with

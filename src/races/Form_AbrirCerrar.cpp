@@ -17,6 +17,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace hipico {
 
 const QColor Form_AbrirCerrar::kVerde(0, 192, 0);
@@ -40,6 +42,8 @@ void colorear(QFrame* f, int bandera) {
     QPalette p = f->palette();
     p.setColor(QPalette::Window, c);
     f->setPalette(p);
+    // Under the application's style sheet the palette alone does not paint it.
+    f->setStyleSheet(QStringLiteral("QFrame { background: %1; border: 1px solid black; }").arg(c.name()));
 }
 
 }  // namespace
@@ -109,10 +113,25 @@ void Form_AbrirCerrar::construir() {
     arriba->addWidget(new QLabel(QStringLiteral("Carrera:"), this));
     arriba->addWidget(carrera_);
     arriba->addStretch();
+    // What the colours mean.
+    auto* leyenda = new QHBoxLayout;
+    leyenda->setObjectName(QStringLiteral("leyenda"));
+    for (const auto& [color, texto] : {std::pair{1, QStringLiteral("Abierta a la venta")},
+                                       std::pair{0, QStringLiteral("Cerrada")}}) {
+        QFrame* muestra = marco(this);
+        muestra->setFixedSize(20, 14);
+        colorear(muestra, color);
+        leyenda->addWidget(muestra);
+        leyenda->addWidget(new QLabel(texto, this));
+        leyenda->addSpacing(12);
+    }
+    leyenda->addStretch();
+
     auto* todo = new QVBoxLayout(this);
     todo->addLayout(arriba);
     todo->addWidget(pozos);
     todo->addWidget(estado_);
+    todo->addLayout(leyenda);
     todo->addStretch();
     resize(720, 330);
 

@@ -176,7 +176,8 @@ void Form_Carreras::cargar() {
     fecha2_->setDate(dia);
     proteger([this] {
         hipodromo_->addItems(logica_.hipodromos());
-        hipodromo_->setCurrentIndex(-1);  // a track is chosen for every card
+        // The card is entered on the system's current track unless another one is chosen.
+        hipodromo_->setCurrentIndex(hipodromo_->findText(logica_.hipodromoActual()));
         mostrarCaballos(QString());
         mostrarGrilla(logica_.llenarGrilla(fecha_->date(), verCarrera_->currentText()));
     });

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace hipico {
 
 namespace {
@@ -159,11 +161,15 @@ double dibujarCodigoBarras(QPainter& p, const QString& texto, const QString& sim
                            double arriba, double modulo, double alto) {
     const QString patron = patronBarras(texto, simbologia);
     if (patron.isEmpty()) return 0;
+    // Bars start and end on whole dots of the device: with a module of
+    // whole dots every bar is exactly its modules wide, and the widened
+    // spaces absorb the rounding.
     double x = izquierda;
     for (int i = 0; i < patron.size(); ++i) {
         const double ancho = patron[i].digitValue() * modulo;
         if (i % 2 == 0) {  // a bar: odd position counting from 1
-            p.fillRect(QRectF(x, arriba, ancho, alto), Qt::black);
+            const double desde = std::round(x);
+            p.fillRect(QRectF(desde, arriba, std::round(x + ancho) - desde, alto), Qt::black);
             x += ancho;
         } else {
             x += ancho * kEnsancheEspacios;

@@ -33,12 +33,17 @@ QString patronBarras(const QString& texto, const QString& simbologia);
 // Spaces are drawn this many times wider than bars of the same digit.
 inline constexpr double kEnsancheEspacios = 1.3;
 
+// The clear margin a scanner needs on each side of a barcode, in modules.
+inline constexpr int kZonaSilenciosaModulos = 10;
+
 // Width of a pattern once drawn, in the units of the module width.
 double anchoPatron(const QString& patron, double modulo);
 
 // Draws the text as a barcode of the symbology: bars are filled black
 // rectangles from the top down by the bar height; spaces advance by their
-// width x 1.3. Returns the width drawn (0 when the text cannot be encoded).
+// width x 1.3. Bar edges fall on whole units of the device (dots), so with a
+// module of whole dots each bar is a whole number of modules. Returns the
+// width drawn (0 when the text cannot be encoded).
 double dibujarCodigoBarras(QPainter& p, const QString& texto, const QString& simbologia, double izquierda,
                            double arriba, double modulo, double alto);
 

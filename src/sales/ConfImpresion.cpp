@@ -34,15 +34,19 @@ ConfLocal ConfImpresion::cargar() {
     return ctx_.session.confLocal;
 }
 
+QString ConfImpresion::avisoPuerto(const QString& puerto) {
+    if (puerto.trimmed().size() <= kLargoPuerto) return {};
+    return QStringLiteral("EL PUERTO NO PUEDE TENER MAS DE %1 CARACTERES").arg(kLargoPuerto);
+}
+
 bool ConfImpresion::validar(const Valores& v) {
     const QString puerto = v.puerto.trimmed();
     if (puerto.isEmpty()) {
         ctx_.dialogs.refuse(kTituloConfImpresion, QStringLiteral("DEBE INDICAR EL PUERTO DE LA IMPRESORA"));
         return false;
     }
-    if (puerto.size() > kLargoPuerto) {
-        ctx_.dialogs.refuse(kTituloConfImpresion,
-                            QStringLiteral("EL PUERTO NO PUEDE TENER MAS DE %1 CARACTERES").arg(kLargoPuerto));
+    if (const QString aviso = avisoPuerto(puerto); !aviso.isEmpty()) {
+        ctx_.dialogs.refuse(kTituloConfImpresion, aviso);
         return false;
     }
     if (v.tamLetra < 6 || v.tamLetra > 24) {

@@ -26,7 +26,10 @@ public:
         bool imprimir = true;  // "SI"
         int tamLetra = 8;
         bool codigoBarras = true;
+        bool operator==(const Valores&) const = default;
     };
+    // What a port too long is told, as it is typed and when it is saved ("" for a port that fits).
+    static QString avisoPuerto(const QString& puerto);
     // Checks and saves; "Los cambios se han realizado con exito".
     bool guardar(const Valores& v);
     // Prints the test page with these values (saved or not).
@@ -38,5 +41,6 @@ private:
 };
 
 inline const QString kTituloConfImpresion = QStringLiteral("Configuración de Impresión");
+inline const QString kSalirSinGuardar = QStringLiteral("HAY CAMBIOS SIN GUARDAR. ¿DESEA SALIR SIN GUARDARLOS?");
 
 }  // namespace hipico

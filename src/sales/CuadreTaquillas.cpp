@@ -60,23 +60,21 @@ QStringList CuadreTaquillas::grupos() {
     const Session& s = ctx_.session;
     if (!esNivelDireccion(s.nivel) && !esNivelSupervision(s.nivel)) return {s.grupo};
     QStringList out{kTodos};
-    proteger(ctx_, kVentana, [&] {
-        const Recordset rs = esNivelDireccion(s.nivel)
-                                 ? ctx_.servidor().query("SELECT grupo FROM grupos ORDER BY grupo")
-                                 : ctx_.servidor().query("SELECT grupo FROM grupos WHERE ch = ? ORDER BY grupo", {s.ch});
-        for (const Row& r : rs) out << r.text("grupo");
-    });
+    const Recordset rs = esNivelDireccion(s.nivel)
+                             ? ctx_.servidor().query("SELECT grupo FROM grupos ORDER BY grupo")
+                             : ctx_.servidor().query("SELECT grupo FROM grupos WHERE ch = ? ORDER BY grupo", {s.ch});
+    for (const Row& r : rs) out << r.text("grupo");
     return out;
 }
 
-QVector<CuadreTaquillas::Fila> CuadreTaquillas::buscar(const QDate& dia, const QString& grupoElegido) {
+QVector<CuadreTaquillas::Fila> CuadreTaquillas::buscar(const QDate& dia, const QString& grupoElegido, bool avisar) {
     const Session& s = ctx_.session;
-    // A group outside the user's choices is the user's own.
-    const QString grupo = grupos().contains(grupoElegido) ? grupoElegido : s.grupo;
     const QString fecha = fechaSql(dia);
     const Fuente& f = fecha == s.fecha ? kDelDia : kCopiaGrupo;
     QVector<Fila> filas;
     const bool hecho = proteger(ctx_, kVentana, [&] {
+        // A group outside the user's choices is the user's own.
+        const QString grupo = grupos().contains(grupoElegido) ? grupoElegido : s.grupo;
         Db& db = ctx_.servidor();
         Recordset ventas;
         if (grupo != kTodos) ventas = db.query(f.ventaGrupo, {fecha, grupo});
@@ -104,7 +102,7 @@ QVector<CuadreTaquillas::Fila> CuadreTaquillas::buscar(const QDate& dia, const Q
         }
     });
     if (!hecho) return {};
-    if (filas.isEmpty()) ctx_.dialogs.inform(texto::TituloBusqueda, texto::SinRegistros);
+    if (filas.isEmpty() && avisar) ctx_.dialogs.inform(texto::TituloBusqueda, texto::SinRegistros);
     return filas;
 }
 

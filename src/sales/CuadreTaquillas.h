@@ -19,7 +19,7 @@ public:
     // The choices of the group list for the user's level: "TODOS" and every
     // group for the administrator levels and "Socio"; "TODOS" and the groups
     // of the user's centre for "Supervisor" and "Gerente"; the user's own
-    // group for everyone else.
+    // group for everyone else. A database failure goes to the caller.
     QStringList grupos();
 
     struct Fila {
@@ -33,8 +33,8 @@ public:
     // Fills rpt_resultadostaqs (when the local schema can be reached) and
     // returns the rows. The working day is read from the day's tickets
     // (ma_principal), earlier days from the group copy (ventas_ganadores).
-    // Nothing found: "No se encontro Ningun registro".
-    QVector<Fila> buscar(const QDate& fecha, const QString& grupo);
+    // Nothing found: "No se encontro Ningun registro" (when avisar).
+    QVector<Fila> buscar(const QDate& fecha, const QString& grupo, bool avisar = true);
 
 private:
     Context& ctx_;

@@ -3,6 +3,7 @@
 #include "core/Context.h"
 #include "gui/Teclado.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -35,7 +36,8 @@ Form_ConfImpresion::Form_ConfImpresion(Context& ctx, QWidget* parent)
     puerto_->setEditable(true);
     puerto_->addItems(ConfImpresion::modos());
     puerto_->setCurrentText(conf.puerto);
-    puerto_->lineEdit()->setMaxLength(10);
+    avisoPuerto_ = new QLabel;
+    avisoPuerto_->setObjectName(QStringLiteral("avisoPuerto"));
     imprimir_ = siNo("Combo_Imprimir", conf.impresion == 1);
     tamLetra_ = new QSpinBox;
     tamLetra_->setObjectName(QStringLiteral("Text_TamLetra"));
@@ -45,6 +47,7 @@ Form_ConfImpresion::Form_ConfImpresion(Context& ctx, QWidget* parent)
 
     auto* forma = new QFormLayout;
     forma->addRow(QStringLiteral("Impresora / puerto"), puerto_);
+    forma->addRow(QString(), avisoPuerto_);
     forma->addRow(QStringLiteral("Imprimir boletos"), imprimir_);
     forma->addRow(QStringLiteral("Tamaño de letra"), tamLetra_);
     forma->addRow(QStringLiteral("Código de barras"), barras_);
@@ -78,7 +81,18 @@ Form_ConfImpresion::Form_ConfImpresion(Context& ctx, QWidget* parent)
     connect(cerrar, &QPushButton::clicked, this, &QWidget::close);
     guardar->setAutoDefault(true);
     prueba->setAutoDefault(true);
+    connect(puerto_, &QComboBox::currentTextChanged, this,
+            [this](const QString& p) { avisoPuerto_->setText(ConfImpresion::avisoPuerto(p)); });
+    guardados_ = valores();
     primerFoco(puerto_);
+}
+
+void Form_ConfImpresion::closeEvent(QCloseEvent* event) {
+    if (valores() != guardados_ && !ctx_.dialogs.confirm(kTituloConfImpresion, kSalirSinGuardar, true)) {
+        event->ignore();
+        return;
+    }
+    Ventana::closeEvent(event);
 }
 
 ConfImpresion::Valores Form_ConfImpresion::valores() const {
@@ -86,7 +100,8 @@ ConfImpresion::Valores Form_ConfImpresion::valores() const {
 }
 
 void Form_ConfImpresion::Guardar_Click() {
-    proteger([this] { return logica_.guardar(valores()); });
+    const ConfImpresion::Valores v = valores();
+    if (proteger([&] { return logica_.guardar(v); })) guardados_ = v;
 }
 
 void Form_ConfImpresion::Prueba_Click() {

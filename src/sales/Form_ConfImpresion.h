@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QComboBox;
+class QLabel;
 class QSpinBox;
 
 namespace hipico {
@@ -13,7 +14,8 @@ namespace hipico {
 class Context;
 
 // The print settings window: mode or port, printing "SI"/"NO", font size,
-// barcode "SI"/"NO", Save and a test page.
+// barcode "SI"/"NO", Save and a test page. A port too long is told as it is
+// typed; leaving with changes not saved asks first.
 class Form_ConfImpresion : public Ventana<QWidget> {
     Q_OBJECT
 public:
@@ -22,10 +24,16 @@ public:
     void Guardar_Click();
     void Prueba_Click();
 
+protected:
+    // Leaving with changes not saved asks first.
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     ConfImpresion::Valores valores() const;
 
     ConfImpresion logica_;
+    ConfImpresion::Valores guardados_;
+    QLabel* avisoPuerto_ = nullptr;
     QComboBox* puerto_ = nullptr;
     QComboBox* imprimir_ = nullptr;
     QSpinBox* tamLetra_ = nullptr;

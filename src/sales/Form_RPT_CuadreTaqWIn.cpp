@@ -25,7 +25,8 @@ Form_RPT_CuadreTaqWIn::Form_RPT_CuadreTaqWIn(Context& ctx, QWidget* parent)
     fecha_->setDate(hoy.isValid() ? hoy : ctx.clock.today());
     grupo_ = new QComboBox;
     grupo_->setObjectName(QStringLiteral("Combo_Grupo"));
-    grupo_->addItems(intentar([this] { return logica_.grupos(); }).value_or(QStringList()));
+    const auto grupos = intentar([this] { return logica_.grupos(); });
+    grupo_->addItems(grupos.value_or(QStringList()));
     auto* buscar = new QPushButton(QStringLiteral("Buscar"));
     buscar->setObjectName(QStringLiteral("Boton_Buscar"));
     buscar->setAutoDefault(true);
@@ -56,6 +57,8 @@ Form_RPT_CuadreTaqWIn::Form_RPT_CuadreTaqWIn(Context& ctx, QWidget* parent)
     connect(buscar, &QPushButton::clicked, this, &Form_RPT_CuadreTaqWIn::Buscar_Click);
     primerFoco(fecha_);
     resize(820, 460);
+    // The day's figures are there when the window opens.
+    if (grupos) mostrar(logica_.buscar(fecha_->date(), grupo_->currentText(), false));
 }
 
 void Form_RPT_CuadreTaqWIn::Buscar_Click() {

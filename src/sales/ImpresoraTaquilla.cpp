@@ -9,18 +9,18 @@ bool ImpresoraTaquilla::grafico() const {
 }
 
 bool ImpresoraTaquilla::imprimir(const Impreso& impreso) {
-    ultimo_ = impreso;
     const ConfLocal& conf = ctx_.session.confLocal;
     if (conf.impresion != 1) return true;
     try {
         crearImpresora(conf)->imprimir(impreso);
         return true;
     } catch (const ErrorImpresion& e) {
-        ctx_.dialogs.refuse(QStringLiteral("IMPRESORA"), QStringLiteral("NO SE PUDO IMPRIMIR: ") + e.motivo());
+        ctx_.dialogs.refuse(QStringLiteral("IMPRESORA"),
+                            impreso.siNoSale.isEmpty()
+                                ? QStringLiteral("NO SE PUDO IMPRIMIR: ") + e.motivo()
+                                : impreso.siNoSale + QStringLiteral("\n\nMOTIVO: ") + e.motivo());
         return false;
     }
 }
-
-bool ImpresoraTaquilla::reimprimir() { return ultimo_ && imprimir(*ultimo_); }
 
 }  // namespace hipico

@@ -288,7 +288,7 @@ std::optional<Rechazo> VentaGanador::cuatroCorredores() {
 
 QString VentaGanador::disponible(double unidadesLibres) const {
     return pedido_.unidad == UnidadVenta::Ganadores
-               ? textoUnidades(std::floor(unidadesLibres * 100 + 1e-6) / 100)
+               ? textoUnidades(std::floor(unidadesLibres * 100 + 1e-6) / 100) + QStringLiteral(" GANADORES")
                : formatoMonto(unidadesLibres * valor_, ctx_.session.enDolares());
 }
 
@@ -378,10 +378,13 @@ BoletoVendido VentaGanador::boleto(long long numero, const QString& codigo) cons
 }
 
 Impreso VentaGanador::ticket(long long numero, const QString& codigo, bool grafico) const {
-    const BoletoVendido b = boleto(numero, codigo);
+    return ticketGanador(ctx_, grupo_, boleto(numero, codigo), grafico);
+}
+
+Impreso ticketGanador(Context& ctx, const Row& grupo, const BoletoVendido& b, bool grafico) {
     DatosBoleto d;
-    d.centro = ctx_.session.ch;
-    d.taquilla = ctx_.session.usuario;
+    d.centro = ctx.session.ch;
+    d.taquilla = ctx.session.usuario;
     d.fecha = b.fecha;
     d.hora = b.hora;
     d.codigo = b.codigo;
@@ -390,14 +393,14 @@ Impreso VentaGanador::ticket(long long numero, const QString& codigo, bool grafi
     d.nombreCaballo = b.nombreCaballo;
     d.ganadores = b.ganadores;
     d.costo = b.costo;
-    d.enDolares = ctx_.session.enDolares();
-    d.diasValidez = static_cast<int>(grupo_.integerOr("duracionboletos"));
-    d.imprimirDatos = grupo_.integerOr("impresion_datos") == 1;
-    d.empresa = grupo_.textOr("empresa");
-    d.rif = grupo_.textOr("rif");
+    d.enDolares = ctx.session.enDolares();
+    d.diasValidez = static_cast<int>(grupo.integerOr("duracionboletos"));
+    d.imprimirDatos = grupo.integerOr("impresion_datos") == 1;
+    d.empresa = grupo.textOr("empresa");
+    d.rif = grupo.textOr("rif");
     if (!b.conClave) return ticketVenta(d, grafico);
-    d.hipodromo = Row::toText(ctx_.servidor().scalar("SELECT hipodromo FROM hipodromos WHERE id_hipodromo = ?",
-                                                     {grupo_.integerOr("id_hipodromo")}));
+    d.hipodromo = Row::toText(ctx.servidor().scalar("SELECT hipodromo FROM hipodromos WHERE id_hipodromo = ?",
+                                                    {grupo.integerOr("id_hipodromo")}));
     return ticketClave(d, grafico);
 }
 

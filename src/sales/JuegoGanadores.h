@@ -49,6 +49,10 @@ struct BoletoVendido {
     bool conClave = false;  // sold with the supervisor password (keys left at zero)
 };
 
+// The printed ticket of a sold winner bet, with the group's parameters
+// (validity, company data, track): the sale's own ticket, or one printed again.
+Impreso ticketGanador(Context& ctx, const Row& grupo, const BoletoVendido& b, bool grafico);
+
 // The group's winner-sale parameters (read again for every sale), with the
 // key of the horse's race-card row on the group's track. The race open for
 // sale and the track are the group's own when it has them, else the

@@ -11,6 +11,9 @@
 #include <QPrinterInfo>
 #include <QProcess>
 
+#include <algorithm>
+#include <cmath>
+
 namespace hipico {
 
 namespace {
@@ -28,6 +31,10 @@ constexpr double kAltoBarrasMm = 12.0;
 constexpr double kSeparacionMm = 3.0;  // between the text and the barcode, and below it
 
 double mm(double milimetros, double dpi) { return milimetros * dpi / 25.4; }
+
+// The narrowest bar in whole dots of the device: never a fraction of a dot,
+// which a receipt printer cannot draw.
+double moduloEnPuntos(double dpi) { return std::max(1.0, std::round(mm(kModuloMm, dpi))); }
 
 QFont fuente(int tamLetra) {
     QFont f(QStringLiteral("MS Sans Serif"));
@@ -141,8 +148,11 @@ void pintarImpreso(QPainter& p, const Impreso& impreso, int tamLetra, bool codig
     if (conBarras(impreso, codigoBarras)) {
         y += mm(kSeparacionMm, dpi);
         p.setRenderHint(QPainter::Antialiasing, false);
-        dibujarCodigoBarras(p, impreso.codigoBarras, QStringLiteral("128"), izquierda, y, mm(kModuloMm, dpi),
-                            mm(kAltoBarrasMm, dpi));
+        // Whole dots, and at least the quiet zone clear on the left.
+        const double modulo = moduloEnPuntos(dpi);
+        const double x = std::round(std::max(izquierda, kZonaSilenciosaModulos * modulo));
+        dibujarCodigoBarras(p, impreso.codigoBarras, QStringLiteral("128"), x, std::round(y), modulo,
+                            std::round(mm(kAltoBarrasMm, dpi)));
     }
     p.restore();
 }

@@ -18,6 +18,9 @@ namespace hipico {
 struct Impreso {
     QStringList lineas;
     QString codigoBarras;
+    // What the user must know when the piece does not come out (the ticket
+    // was sold all the same...); "" for the plain printing-failure message.
+    QString siNoSale;
 };
 
 // The printer modes, chosen by the local setting `puerto`.

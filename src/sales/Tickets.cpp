@@ -17,6 +17,13 @@ QString montoJugado(const DatosBoleto& b) {
     return QStringLiteral("MONTO JUGADO: ") + textoUnidades(b.ganadores) + QStringLiteral("  Ganadores");
 }
 
+// Told when a sold ticket does not come out of the printer.
+QString noImpreso(const QString& codigo) {
+    return QStringLiteral("EL BOLETO %1 QUEDÓ VENDIDO, PERO NO SE PUDO IMPRIMIR.\n"
+                          "PULSE F9 PARA IMPRIMIR UNA COPIA.")
+        .arg(codigo);
+}
+
 void datosEmpresa(QStringList& l, const DatosBoleto& b) {
     if (!b.imprimirDatos) return;
     if (!b.empresa.isEmpty()) l << b.empresa;
@@ -51,7 +58,16 @@ Impreso ticketVenta(const DatosBoleto& b, bool grafico) {
     l << caballo(b);
     l << montoJugado(b);
     l << QStringLiteral("COSTO DEL BOLETO: ") + monto(b.costo, b.enDolares);
-    return {l, grafico ? b.codigo : QString()};
+    return {l, grafico ? b.codigo : QString(), noImpreso(b.codigo)};
+}
+
+Impreso copiaBoleto(const Impreso& original, const QString& fecha, const QString& hora) {
+    Impreso c = original;
+    c.lineas.prepend(QStringLiteral("REIMPRESO: ") + fechaVista(fecha) + QStringLiteral(" ") + hora);
+    c.lineas.prepend(kMarcaCopia);
+    c.lineas.append(kMarcaCopia);
+    c.siNoSale.clear();
+    return c;
 }
 
 Impreso ticketClave(const DatosBoleto& b, bool grafico) {
@@ -83,7 +99,7 @@ Impreso ticketClave(const DatosBoleto& b, bool grafico) {
     l << QStringLiteral("            MUCHA SUERTE!!!!!!!!      ");
     l << QStringLiteral("BOLETO CADUCA A LOS ") + QString::number(b.diasValidez) + QStringLiteral(" Dias");
     if (grafico) l << separador;
-    return {l, grafico ? b.codigo : QString()};
+    return {l, grafico ? b.codigo : QString(), noImpreso(b.codigo)};
 }
 
 Impreso reciboCobro(const DatosCobro& c, bool grafico) {
@@ -99,7 +115,8 @@ Impreso reciboCobro(const DatosCobro& c, bool grafico) {
     l << QStringLiteral("HORA: ") + c.hora;
     l << QStringLiteral("BOLETO: ") + c.codigo;
     l << QStringLiteral("MONTO COBRADO : ") + monto(c.monto, c.enDolares);
-    return {l, QString()};
+    return {l, QString(),
+            QStringLiteral("EL BOLETO %1 QUEDÓ PAGADO, PERO NO SE PUDO IMPRIMIR EL RECIBO.").arg(c.codigo)};
 }
 
 Impreso paginaPrueba(const QString& centro, const QString& taquilla, const QString& fecha, const QString& hora,
@@ -107,7 +124,7 @@ Impreso paginaPrueba(const QString& centro, const QString& taquilla, const QStri
     return {{QStringLiteral("--- PRUEBA ---"), QStringLiteral("CENTRO HIPICO ") + centro,
              QStringLiteral("TAQUILLA ") + taquilla, QStringLiteral("FECHA: ") + fechaVista(fecha),
              QStringLiteral("HORA: ") + hora, kSeparadorPrueba},
-            QString()};
+            QString(), QString()};
 }
 
 Impreso resumenVentas(const DatosResumen& r, bool grafico) {
@@ -146,7 +163,7 @@ Impreso resumenVentas(const DatosResumen& r, bool grafico) {
         }
     }
     if (grafico) l << linea;
-    return {l, QString()};
+    return {l, QString(), QString()};
 }
 
 }  // namespace hipico

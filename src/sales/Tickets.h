@@ -35,6 +35,11 @@ struct DatosBoleto {
 
 // The ticket of a sale.
 Impreso ticketVenta(const DatosBoleto& b, bool grafico);
+// A ticket printed again: "COPIA" and the time of the reprint above its
+// lines, "COPIA" again below them, in every mode, so that a copy never
+// passes for a second original.
+Impreso copiaBoleto(const Impreso& original, const QString& fecha, const QString& hora);
+inline const QString kMarcaCopia = QStringLiteral("COPIA");
 // The ticket of a sale authorised with the supervisor password.
 Impreso ticketClave(const DatosBoleto& b, bool grafico);
 

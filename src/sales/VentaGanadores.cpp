@@ -14,6 +14,8 @@ namespace {
 const QString kVentanaVenta = QStringLiteral("Form_Venta_WIN");
 // The title of the booth's void messages.
 const QString kTituloAnulacion = QStringLiteral("ANULACION DE BOLETOS");
+// How many of its latest tickets the booth lists.
+constexpr int kBoletosDeLaLista = 60;
 
 }  // namespace
 
@@ -44,11 +46,47 @@ long long VentaGanadores::carreraDelGrupo() const {
 VentaGanadores::Venta VentaGanadores::vender(const PedidoGanador& pedido, const Row& grupo) {
     VentaGanador jugada(ctx_, pedido, grupo);
     const hipico::Venta v = hipico::vender(ctx_, jugada, impresora_);
-    if (v.vendida()) return {Resultado::Vendido, jugada.boleto(v.numero, v.codigo)};
+    if (v.vendida()) {
+        ultimo_ = jugada.boleto(v.numero, v.codigo);
+        return {Resultado::Vendido, *ultimo_};
+    }
+    const Campo campo = v.rechazo ? campoDe(v.rechazo->texto) : Campo::Monto;
     // A refusal the supervisor may authorise opens the password frame, when the group asks for it.
-    if (!v.rechazo || !v.rechazo->autorizable || grupo.integerOr("pedirclave") != 1) return {};
+    if (!v.rechazo || !v.rechazo->autorizable || grupo.integerOr("pedirclave") != 1)
+        return {Resultado::Rechazado, {}, campo};
     pendiente_ = Pendiente{pedido, grupo};
-    return {Resultado::PedirClave, {}};
+    return {Resultado::PedirClave, {}, campo};
+}
+
+VentaGanadores::Campo VentaGanadores::campoDe(const QString& rechazo) {
+    // The race's own refusals, the horse's, the client's; the rest are about the amount.
+    if (rechazo == texto::CarreraNoPermitida || rechazo.startsWith(QLatin1String("LA CARRERA"))) return Campo::Carrera;
+    if (rechazo == texto::CaballoNoValido || rechazo == texto::CaballoNoExiste || rechazo == texto::CaballoRetirado ||
+        rechazo == texto::CupoLleno || rechazo.startsWith(QLatin1String("NO SE VENDE CON")))
+        return Campo::Caballo;
+    if (rechazo.startsWith(QLatin1String("EL CLIENTE NO EXISTE"))) return Campo::Cliente;
+    return Campo::Monto;
+}
+
+bool VentaGanadores::revisarCaballo(const QVector<CorredorCarrera>& corredores, const QString& caballo) {
+    if (corredores.isEmpty()) return true;
+    const std::optional<long long> n = leerEntero(caballo);
+    for (const CorredorCarrera& c : corredores) {
+        if (!n || c.numero != *n) continue;
+        if (!c.retirado) return true;
+        ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, texto::CaballoRetirado);
+        return false;
+    }
+    ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, texto::CaballoNoValido);
+    return false;
+}
+
+QString VentaGanadores::textoCosto(const QString& monto) const {
+    double tecleado = 0;
+    const double valor = valorGanador();
+    if (!leerMonto(monto, tecleado) || tecleado <= 0 || valor <= 0) return {};
+    if (unidad_ == UnidadVenta::Ganadores) return QStringLiteral("COSTO: ") + montoPantalla(tecleado * valor);
+    return QStringLiteral("= ") + textoUnidades(tecleado / valor) + QStringLiteral(" GANADORES");
 }
 
 VentaGanadores::Venta VentaGanadores::procesarVenta(const QString& carrera, const QString& caballo,
@@ -92,11 +130,18 @@ bool VentaGanadores::puedeAnular() const {
     return !esNivelTaquilla(ctx_.session.nivel) || ctx_.session.anularBoletoWin == 1;
 }
 
-bool VentaGanadores::anularBoleto() {
+bool VentaGanadores::anularBoleto(long long numero) {
     if (!puedeAnular()) {
         ctx_.dialogs.refuse(kTituloAnulacion, texto::SinAcceso);
         return false;
     }
+    // The ticket is shown before it goes, and goes only on "Sí".
+    const auto confirmar = [this](const BoletoDia& b) {
+        return ctx_.dialogs.confirm(kTituloAnulacion,
+                                    QStringLiteral("¿DESEA ANULAR ESTE BOLETO?\n\n") +
+                                        descripcionBoleto(b, enDolares()),
+                                    true, Icon::Question);
+    };
     PuntoAnulacion p;
     p.ventana = kVentanaVenta;
     p.titulo = kTituloAnulacion;
@@ -107,7 +152,70 @@ bool VentaGanadores::anularBoleto() {
     p.noEncontrado = texto::BoletoNoAnulableSinCodigo;
     p.soloDelDia = true;
     p.soloVendidos = true;
-    return hipico::anularBoleto(ctx_, juegoGanadores(), p) == ResultadoAnulacion::Anulado;
+    long long elegido = numero;
+    if (numero > 0) {
+        p.pideCodigo = false;
+        const std::optional<BoletoDia> b = boletoVigente(ctx_, numero);
+        if (!b) {
+            ctx_.dialogs.refuse(kTituloAnulacion, p.noEncontrado);
+            return false;
+        }
+        if (!confirmar(*b)) return false;
+    } else {
+        p.confirmar = [this, confirmar, &elegido](Db&, const Row& fila) {
+            elegido = fila.integer("numero");
+            const std::optional<BoletoDia> b = boletoVigente(ctx_, elegido);
+            return b && confirmar(*b);
+        };
+    }
+    const bool anulado = hipico::anularBoleto(ctx_, juegoGanadores(), p, numero) == ResultadoAnulacion::Anulado;
+    // The last ticket sold, once voided, is no longer the booth's last ticket.
+    if (anulado && ultimo_ && ultimo_->numero == elegido) ultimo_.reset();
+    return anulado;
+}
+
+// ---------------------------------------------------------------- the booth's tickets
+
+bool VentaGanadores::reimprimir(long long numero) {
+    if (numero <= 0) {
+        if (!ultimo_) {
+            ctx_.dialogs.refuse(kTituloReimpresion, QStringLiteral("NO HAY UN BOLETO VENDIDO PARA REIMPRIMIR"));
+            return false;
+        }
+        numero = ultimo_->numero;
+    }
+    const std::optional<Impreso> copia = copiaGanador(ctx_, numero, impresora_.grafico());
+    if (!copia) {
+        if (ultimo_ && ultimo_->numero == numero) ultimo_.reset();
+        return false;
+    }
+    return impresora_.imprimir(*copia);
+}
+
+QVector<BoletoDia> VentaGanadores::boletosDelDia() { return hipico::boletosDelDia(ctx_, kBoletosDeLaLista); }
+
+// ---------------------------------------------------------------- cash-up
+
+TramoCaja VentaGanadores::desdeUltimoCuadre() { return hipico::desdeUltimoCuadre(ctx_); }
+
+bool VentaGanadores::cuadreFinal() {
+    const std::optional<QString> texto =
+        ctx_.dialogs.ask(kTituloCuadreCaja, QStringLiteral("MONTO CONTADO EN CAJA (") + etiquetaMoneda() +
+                                                QStringLiteral(")"));
+    if (!texto) return false;
+    double contado = 0;
+    if (!leerMonto(texto->trimmed(), contado) || contado < 0) {
+        ctx_.dialogs.refuse(kTituloCuadreCaja, texto::MontoNoValido);
+        return false;
+    }
+    const CuadreCaja c = registrarCuadre(ctx_, contado);
+    const QStringList cuadre = lineasCuadre(c, ctx_.session.usuario, enDolares());
+    // The day's summary first (when the confirmation rule lets it out), the cash-up under it.
+    Impreso pieza = resumenGanadores(ctx_, 0, 0, impresora_.grafico()).value_or(Impreso());
+    pieza.lineas << cuadre;
+    impresora_.imprimir(pieza);
+    ctx_.dialogs.inform(kTituloCuadreCaja, cuadre.mid(cuadre.size() - 3).join(QLatin1Char('\n')));
+    return true;
 }
 
 // ---------------------------------------------------------------- totals and lists

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "core/Textos.h"
+#include "sales/BoletosTaquilla.h"
 #include "sales/CifrasGanadores.h"
+#include "sales/CuadreCaja.h"
 #include "sales/ImpresoraTaquilla.h"
 #include "sales/JuegoGanadores.h"
 
@@ -28,14 +30,29 @@ public:
     // ---- Sale (Boton_Procesar) ----
     enum class Resultado { Vendido, Rechazado, PedirClave };
     using Boleto = BoletoVendido;
+    // The boxes of a sale, in the order they are typed.
+    enum class Campo { Carrera, Caballo, Cliente, Monto };
     struct Venta {
         Resultado resultado = Resultado::Rechazado;
-        Boleto boleto;  // when sold
+        Boleto boleto;               // when sold
+        Campo campo = Campo::Monto;  // when refused: the box at fault
     };
     // race, horse and amount as typed (amount in the sale unit), and the
     // client's user name ("" = no client).
     Venta procesarVenta(const QString& carrera, const QString& caballo, const QString& monto,
                         const QString& cliente = {});
+    // The box a refusal of the sale is about.
+    static Campo campoDe(const QString& rechazo);
+    // Enter in the horse box: a horse the race does not have, or a scratched
+    // one, is refused there and then (the runners as the window shows them;
+    // none shown: the sale decides).
+    bool revisarCaballo(const QVector<CorredorCarrera>& corredores, const QString& caballo);
+    // What the amount typed costs, shown before Enter: "COSTO: Bs. 25,00"
+    // selling units, "= 2,5 GANADORES" selling money ("" for no amount).
+    QString textoCosto(const QString& monto) const;
+    // The last ticket this window sold, while it stands (not voided).
+    const std::optional<Boleto>& ultimoBoleto() const { return ultimo_; }
+
     // The password frame (MostrarFrameClave) is waiting for the supervisor.
     bool esperandoClave() const { return pendiente_.has_value(); }
     // Text_Clave + Enter: the refused sale is finished by the password path
@@ -55,7 +72,23 @@ public:
 
     // ---- Void (anular_boleto_menu) ----
     bool puedeAnular() const;
-    bool anularBoleto();
+    // By code (asked), or a ticket of the booth's list by its number; the
+    // ticket is shown before it goes. Forgets the last ticket when it was the
+    // one voided.
+    bool anularBoleto(long long numero = 0);
+
+    // ---- The booth's tickets and copies ----
+    // F9: a copy of the last ticket sold, or of a ticket of the booth's list.
+    // A voided ticket is never printed again.
+    bool reimprimir(long long numero = 0);
+    QVector<BoletoDia> boletosDelDia();
+
+    // ---- Cash-up (boton_cuadrefinal) ----
+    // The stretch since the last cash-up, as the window shows it.
+    TramoCaja desdeUltimoCuadre();
+    // Asks the cash counted in the drawer, records the cash-up and prints the
+    // day's summary with the cash-up under it. Cancelled: nothing happens.
+    bool cuadreFinal();
 
     // ---- Running totals and lists ----
     TotalesDia Totalizar_Dia() { return Cuadrar(0, 0); }
@@ -81,9 +114,6 @@ public:
     bool imprimirResumen(long long desde, long long hasta);
     TotalesDia Cuadrar(long long desde = 0, long long hasta = 0);
 
-    // Prints the last piece printed (or that failed to print) again.
-    bool reimprimir() { return impresora_.reimprimir(); }
-
     // Amounts as this window shows them (mascara 1: plain numbers).
     QString montoPantalla(double monto) const;
     bool enDolares() const;
@@ -101,6 +131,7 @@ private:
     };
     std::optional<Pendiente> pendiente_;
     std::optional<Consulta> porCobrar_;
+    std::optional<Boleto> ultimo_;
 };
 
 

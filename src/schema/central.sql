@@ -757,6 +757,28 @@ CREATE TABLE `cierres_dia` (
   PRIMARY KEY (`fecha`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
+-- The booths' cash-ups: the booth's figures of the day when each was done
+-- (the figures since the previous one are the difference), the cash
+-- expected in the drawer for that stretch, the cash counted and the
+-- difference, and the user who counted it.
+CREATE TABLE `cuadres_caja` (
+  `id_cuadre` INT NOT NULL AUTO_INCREMENT,
+  `fecha` VARCHAR(10) NOT NULL DEFAULT '',
+  `hora` VARCHAR(15) NOT NULL DEFAULT '',
+  `ch` VARCHAR(45) NOT NULL DEFAULT '',
+  `grupo` VARCHAR(10) NOT NULL DEFAULT '',
+  `usuario` VARCHAR(45) NOT NULL DEFAULT '',
+  `boletos` INT NOT NULL DEFAULT 0,
+  `venta` DOUBLE NOT NULL DEFAULT 0,
+  `pagado` DOUBLE NOT NULL DEFAULT 0,
+  `anulados` INT NOT NULL DEFAULT 0,
+  `esperado` DOUBLE NOT NULL DEFAULT 0,
+  `contado` DOUBLE NOT NULL DEFAULT 0,
+  `diferencia` DOUBLE NOT NULL DEFAULT 0,
+  PRIMARY KEY (`id_cuadre`),
+  KEY `ix_cuadres_caja_ch` (`ch`, `fecha`, `id_cuadre`)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
 -- Daily totals per group: sales, prizes, balance and what is still to pay.
 CREATE TABLE `ventas_ganadores_general` (
   `id` INT NOT NULL AUTO_INCREMENT,

@@ -2,6 +2,7 @@
 
 #include "core/Context.h"
 #include "core/WindowRegistry.h"
+#include "gui/FormHelpers.h"
 #include "signin/MenuEntradas.h"
 
 #include <QAction>
@@ -67,6 +68,9 @@ Form_MenuPrincipal::Form_MenuPrincipal(Context& ctx, const WindowRegistry& venta
 
     area_ = new AreaMenu(logica_, this);
     area_->setObjectName("areaVentanas");
+    // A window takes the whole area only when it does not fit in it; the
+    // others keep their own size whichever window was active before.
+    area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
     setCentralWidget(area_);
 
     Toolbar1_ = new QToolBar(QStringLiteral("Ventas"), this);
@@ -194,8 +198,13 @@ QWidget* Form_MenuPrincipal::abrirVentana(const QString& nombre) {
     hijas_.insert(nombre, hija);
     hija->show();
     // The window keeps the size it gave itself; the frame goes around it.
+    // One too big for the area fills it; the others open inside it.
     if (conTamano) hija->resize(tamano + (hija->size() - ventana->size()));
-    if (hija->width() > area_->width() || hija->height() > area_->height()) hija->showMaximized();
+    const QSize libre = area_->viewport()->size();
+    if (hija->width() > libre.width() || hija->height() > libre.height())
+        hija->showMaximized();
+    else
+        MantenerDentro(hija, area_->viewport());
     area_->setActiveSubWindow(hija);
     // The cursor goes to the field the window chose for itself.
     if (QWidget* campo = ventana->focusWidget()) campo->setFocus();

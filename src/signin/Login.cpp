@@ -26,6 +26,10 @@ QString Login::textoRed(bool enLinea) {
     return enLinea ? QStringLiteral("Online") : QStringLiteral("No hay Internet");
 }
 
+void Login::registrarIp(const QString& ip) {
+    ctx_.servidor().exec("update usuarios set ip_pc=? where usuario =? limit 1 ", {ip, ctx_.session.usuario});
+}
+
 Login::Resultado Login::IniciarSesion(const QString& usuario, const QString& clave) {
     return intentar(ctx_, kVentana, [&] { return iniciar(usuario, clave); }).value_or(Resultado::Error);
 }

@@ -37,6 +37,8 @@ public:
 
     // The network label's text.
     static QString textoRed(bool enLinea);
+    // The public address found after the sign-in, recorded with the login.
+    void registrarIp(const QString& ip);
 
     // This machine's hardware address (DireccionMac() unless set otherwise).
     QString mac;

@@ -70,6 +70,7 @@ QStringList MenuPrincipal::panelesEstado() const {
     paneles << centro;
     if (!s.fecha.isEmpty()) paneles << "Fecha: " + fechaVista(s.fecha);
     if (!s.mora.trimmed().isEmpty()) paneles << "Mora: " + s.mora;
+    if (!s.ipPublica.isEmpty()) paneles << "IP: " + s.ipPublica;
     paneles << kVersionEtiqueta;
     return paneles;
 }
@@ -188,7 +189,8 @@ bool MenuPrincipal::LlenarTFActual() {
 }
 
 bool MenuPrincipal::Salir() {
-    if (!ctx_.dialogs.confirm(kTituloSalir, kSalir, false, Icon::Question)) return false;
+    // "No" is the default: an Enter typed ahead never ends the program.
+    if (!ctx_.dialogs.confirm(kTituloSalir, kSalir, true, Icon::Question)) return false;
     // The program ends even when the machine binding could not be cleared (the guard tells why).
     proteger(ctx_, kTituloSalir,
              [&] { ctx_.servidor().exec("update usuarios set mac='' where usuario =? limit 1 ", {ctx_.session.usuario}); });

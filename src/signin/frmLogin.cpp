@@ -2,13 +2,13 @@
 
 #include "core/Context.h"
 #include "core/Network.h"
+#include "core/Session.h"
 #include "core/Version.h"
 #include "gui/Estilo.h"
 #include "gui/Teclado.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,28 +22,9 @@ namespace hipico {
 
 namespace {
 
-// Keeps the boxes a background lookup wants to show until the window can show them.
-class DialogosDiferidos : public Dialogs {
-public:
-    struct Mensaje {
-        Icon icon;
-        QString titulo;
-        QString texto;
-    };
-    void message(Icon icon, const QString& title, const QString& text) override { mensajes.append({icon, title, text}); }
-    bool confirm(const QString&, const QString&, bool, Icon) override { return false; }
-    std::optional<QString> ask(const QString&, const QString&, const QString&) override { return std::nullopt; }
-    QVector<Mensaje> mensajes;
-};
-
 constexpr int kIntervaloRedMs = 2000;
 
 }  // namespace
-
-struct frmLogin::ResultadoIp {
-    QString ip;
-    DialogosDiferidos dialogos;
-};
 
 frmLogin::frmLogin(Context& ctx, QWidget* parent)
     : Ventana(ctx, parent, QStringLiteral("frmLogin"), kTituloInicioSesion),
@@ -127,10 +108,14 @@ frmLogin::~frmLogin() {
     }
 }
 
+// "Online" when the network is up and the address services answered (with
+// no services configured, the network alone); "No hay Internet" otherwise.
 void frmLogin::Timer1_Timer() {
-    const bool enLinea = HayInternet();
-    Label_internet_->setText(Login::textoRed(enLinea));
-    marcar(Label_internet_, "enLinea", enLinea);
+    const bool red = HayInternet();
+    QString texto = Login::textoRed(red && red_ != Red::SinRespuesta);
+    if (red && red_ == Red::Preguntando) texto = QStringLiteral("Verificando...");
+    Label_internet_->setText(texto);
+    marcar(Label_internet_, "enLinea", red && (red_ == Red::Respondio || red_ == Red::SinServicios));
 }
 
 void frmLogin::showEvent(QShowEvent* event) {
@@ -138,56 +123,58 @@ void frmLogin::showEvent(QShowEvent* event) {
     if (!ipBuscada_ && !busqueda_) buscarIpPublica();
 }
 
-// The public address is asked of the configured services in the background,
-// so the window can be used meanwhile. With no services configured nobody is
-// asked and the address stays empty, without a warning.
+// The public address is asked of the configured services in the background:
+// the window can be used, and the sign-in done, meanwhile. With no services
+// configured nobody is asked and the address stays empty, without a warning.
 void frmLogin::buscarIpPublica() {
     const QString servicios = ctx_.config.serviciosIp.trimmed();
     if (servicios.isEmpty()) {
         ipBuscada_ = true;
+        red_ = Red::SinServicios;
         Text_datos_->setPlaceholderText(QStringLiteral("sin servicios configurados"));
+        Timer1_Timer();
         return;
     }
     Text_datos_->setPlaceholderText(QStringLiteral("buscando..."));
-    resultadoIp_ = std::make_shared<ResultadoIp>();
-    auto resultado = resultadoIp_;
+    red_ = Red::Preguntando;
+    Timer1_Timer();
+    auto resultado = std::make_shared<QString>();
+    resultadoIp_ = resultado;
     const int espera = ctx_.config.esperaRedMs;
-    busqueda_ = QThread::create([resultado, servicios, espera] {
-        resultado->ip = IpPublica(servicios, resultado->dialogos, espera);
-    });
+    busqueda_ = QThread::create([resultado, servicios, espera] { *resultado = preguntarIpPublica(servicios, espera); });
     connect(busqueda_, &QThread::finished, this, &frmLogin::mostrarIp);
     busqueda_->start();
 }
 
 bool frmLogin::buscandoIp() const { return busqueda_ && !ipBuscada_; }
 
-void frmLogin::esperarIp() {
-    if (!busqueda_ || ipBuscada_) return;
-    if (!busqueda_->isFinished()) {
-        // The window keeps painting meanwhile; the user's keys wait.
-        QEventLoop espera;
-        connect(busqueda_, &QThread::finished, &espera, &QEventLoop::quit);
-        if (!busqueda_->isFinished()) espera.exec(QEventLoop::ExcludeUserInputEvents);
-    }
-    mostrarIp();
-}
-
+// The answer, when it comes: shown here (and in the menu's status bar after
+// the sign-in), recorded with the login, and a failure told once without
+// stopping anybody.
 void frmLogin::mostrarIp() {
     if (!busqueda_ || ipBuscada_) return;
     busqueda_->wait();
     ipBuscada_ = true;
     busqueda_->deleteLater();
     busqueda_ = nullptr;
-    login_.ipPublica = resultadoIp_->ip;
-    Text_datos_->setText(resultadoIp_->ip);
+    const QString ip = *resultadoIp_;
+    red_ = EsIpValida(ip) ? Red::Respondio : Red::SinRespuesta;
+    login_.ipPublica = ip;
+    Text_datos_->setText(ip);
     Text_datos_->setCursorPosition(0);
-    for (const auto& m : resultadoIp_->dialogos.mensajes) ctx_.dialogs.message(m.icon, m.titulo, m.texto);
+    Timer1_Timer();
+    if (aceptado_) {
+        ctx_.session.ipPublica = ip;
+        proteger([&] { login_.registrarIp(ip); });
+        ctx_.ponerTituloMenu(tituloMenuPrincipal(ctx_.session));
+    }
+    if (ip.isEmpty()) ctx_.dialogs.notify(Icon::Critical, kTituloSinInternet, kSinInternet);
 }
 
 void frmLogin::cmdOK_Click() {
     if (aceptado_ || terminado_) return;
-    // The address recorded with the login is the one the window shows: wait for it.
-    esperarIp();
+    // The sign-in does not wait for the address services: an address found
+    // later is recorded then.
     const Login::Resultado r = login_.IniciarSesion(txtUserName_->text(), txtPassword_->text());
     if (r == Login::Resultado::Aceptado) {
         aceptado_ = true;

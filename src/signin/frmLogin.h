@@ -18,7 +18,9 @@ namespace hipico {
 class Context;
 
 // The sign-in window: user name, password, the program version, the network
-// state and this machine's public address.
+// state and this machine's public address. The address is asked in the
+// background; the window stays alive (hidden) after the sign-in until the
+// answer has come, so that it is recorded with the login.
 class frmLogin : public Ventana<QWidget> {
     Q_OBJECT
 public:
@@ -33,8 +35,6 @@ public:
     Login& logica() { return login_; }
     // Whether the public address lookup is still running.
     bool buscandoIp() const;
-    // Waits for the public address lookup (if running) and shows its result.
-    void esperarIp();
 
     void cmdOK_Click();
     void cmdCancel_Click();
@@ -58,8 +58,10 @@ private:
     QLineEdit* Text_datos_;
     QTimer* Timer1_;
     QThread* busqueda_ = nullptr;
-    struct ResultadoIp;
-    std::shared_ptr<ResultadoIp> resultadoIp_;
+    std::shared_ptr<QString> resultadoIp_;
+    // What the address services said.
+    enum class Red { SinServicios, Preguntando, Respondio, SinRespuesta };
+    Red red_ = Red::Preguntando;
     bool ipBuscada_ = false;
     bool aceptado_ = false;
     bool terminado_ = false;

@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -65,7 +66,12 @@ private slots:
 
     void processFromTheKeyboard() {
         QLineEdit* ganador = hijo<QLineEdit>("ganador");
+        // Tab leaves the winner's box for the dividend, and Shift+Tab comes back.
         ganador->setFocus();
+        QTest::keyClick(ganador, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), hijo<QLineEdit>("dividendo"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(QApplication::focusWidget(), ganador);
         QTest::keyClicks(ganador, "3x");  // letters do not get in
         QCOMPARE(ganador->text(), QString("3"));
         QTest::keyClick(ganador, Qt::Key_Return);
@@ -135,7 +141,14 @@ private slots:
         QCOMPARE(numberOf(env->db(), "SELECT sum(valor_r2) FROM grupos WHERE ch = 'MARACAY'"), 1.5);
         hijo<QComboBox>("centro")->setCurrentText("TODOS");
         hijo<QComboBox>("grupo")->setCurrentText("TODOS");
+        // With every centre the limits and the rule are nobody's: empty boxes that say why.
         QVERIFY(!hijo<QLineEdit>("valor_r2")->isEnabled());
+        QCOMPARE(hijo<QLineEdit>("valor_r2")->text(), QString());
+        QCOMPARE(hijo<QLineEdit>("cab1")->text(), QString());
+        QVERIFY(hijo<QLabel>("avisoRegla")->text().contains("elija uno (no \"TODOS\")"));
+        QVERIFY(hijo<QLabel>("avisoCupos")->text().contains("elija uno (no \"TODOS\")"));
+        hijo<QTabWidget>("pestanas")->setCurrentIndex(1);
+        grab(w, "form_admin_win_cupos_todos");
     }
 
     void findAndPayATicket() {

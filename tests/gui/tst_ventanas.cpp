@@ -1,8 +1,10 @@
 // Every window of the program on the shared base window: the field with the
 // cursor when it opens, Esc and Ctrl+F4, a database failure in one of its
 // commands told once through the error guard (the driver's text only in the
-// administrator's log), and its picture at the booths' two screen sizes.
-// Also the key filters of the text boxes.
+// administrator's log), and its picture at the booths' two screen sizes; it
+// opens inside the menu's area, nothing of it is cut off on a 1024x768
+// screen, and it keeps its size when another window closes. Also the key
+// filters of the text boxes and Qt's standard buttons in Spanish.
 #include "core/Connections.h"
 #include "core/Guardia.h"
 #include "core/RegistroErrores.h"
@@ -12,7 +14,11 @@
 #include "signin/frmLogin.h"
 #include "support/Ventanas.h"
 
+#include <QAbstractScrollArea>
 #include <QFile>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QLineEdit>
 #include <QPointer>
 #include <QScreen>
@@ -46,6 +52,7 @@ const QVector<Caso>& casos() {
         {"Form_AbrirCerrar", "abrir_cerrar_menu", "admin", "hipodromo", true},
         {"Form_CambiarGrupo", "ch_menu_grupo", "admin", "lstGrupos", true},
         {"Form_ConfiguracionGeneral", "configuracion_menu", "admin", "fecha", true},
+        {"Form_Admin_Win", "cg_menu", "admin", "carrera", true},
     };
     return todos;
 }
@@ -291,6 +298,127 @@ private slots:
             QVERIFY2(minimo.width() <= area.width() && minimo.height() <= area.height(),
                      qPrintable(QString("%1x%2").arg(minimo.width()).arg(minimo.height())));
         }
+    }
+
+    // Each window opens inside the menu's area, at both screen sizes and
+    // whether it centres itself or not.
+    void abreDentroDelArea_data() {
+        QTest::addColumn<QString>("ventana");
+        QTest::addColumn<QSize>("tamano");
+        QTest::addColumn<int>("centrarform");
+        for (const Caso& c : casos())
+            if (!c.entrada.isEmpty())
+                for (const QSize t : {QSize(1366, 768), QSize(1024, 768)})
+                    for (int centrar : {0, 1})
+                        QTest::newRow(qPrintable(QString("%1 %2x%3 centrarform %4")
+                                                     .arg(c.nombre)
+                                                     .arg(t.width())
+                                                     .arg(t.height())
+                                                     .arg(centrar)))
+                            << c.nombre << t << centrar;
+    }
+    void abreDentroDelArea() {
+        QFETCH(QString, ventana);
+        QFETCH(QSize, tamano);
+        QFETCH(int, centrarform);
+        env->db().exec("update configuracion set centrarform=?", {centrarform});
+        Abierta a = abrir(caso(ventana), tamano);
+        QApplication::processEvents();
+        QMdiSubWindow* marco = a.menu->menu->area()->activeSubWindow();
+        QVERIFY(marco);
+        const QRect area = a.menu->menu->area()->viewport()->rect();
+        QVERIFY2(area.contains(marco->geometry()),
+                 qPrintable(QString("%1,%2 %3x%4 fuera de %5x%6")
+                                .arg(marco->x())
+                                .arg(marco->y())
+                                .arg(marco->width())
+                                .arg(marco->height())
+                                .arg(area.width())
+                                .arg(area.height())));
+    }
+
+    // On a 1024x768 screen every part of every window is in sight: no widget
+    // reaches past its window's edges (the booth needs no scrolling).
+    void nadaRecortadoA1024() {
+        for (const Caso& c : casos()) {
+            if (c.entrada.isEmpty()) continue;
+            init();
+            Abierta a = abrir(c, {1024, 768});
+            QVERIFY(a.ventana);
+            QApplication::processEvents();
+            QStringList fuera;
+            const QRect marco = a.ventana->rect();
+            for (QWidget* w : a.ventana->findChildren<QWidget*>()) {
+                if (w->isWindow() || !w->isVisibleTo(a.ventana)) continue;
+                // Inside a scrolling area its own bars show what is hidden.
+                bool enDesplazable = false;
+                for (QWidget* p = w->parentWidget(); p && p != a.ventana; p = p->parentWidget())
+                    if (qobject_cast<QAbstractScrollArea*>(p)) enDesplazable = true;
+                if (enDesplazable) continue;
+                const QRect r(w->mapTo(a.ventana, QPoint(0, 0)), w->size());
+                if (!marco.contains(r))
+                    fuera << QString("%1 (%2) %3,%4 %5x%6")
+                                 .arg(w->objectName(), w->metaObject()->className())
+                                 .arg(r.x())
+                                 .arg(r.y())
+                                 .arg(r.width())
+                                 .arg(r.height());
+            }
+            QVERIFY2(fuera.isEmpty(), qPrintable(c.nombre + ": " + fuera.join("; ")));
+            cerrarDialogos(env->dialogs);
+        }
+    }
+
+    // A window keeps its own size when a bigger one (the booth, which fills
+    // the area) closes over it.
+    void recuperaSuTamano() {
+        Abierta a = abrir(caso("Form_ConfImpresion"), {1024, 768});
+        QMdiSubWindow* ajustes = a.menu->menu->area()->activeSubWindow();
+        const QSize tamano = ajustes->size();
+        QVERIFY(!ajustes->isMaximized());
+        QWidget* venta = a.menu->abrir("vg_menu");
+        QMdiSubWindow* marcoVenta = a.menu->menu->area()->activeSubWindow();
+        QCOMPARE(marcoVenta->widget(), venta);
+        QVERIFY(marcoVenta->isMaximized());
+        pulsar(venta, Qt::Key_F4, Qt::ControlModifier);
+        QTRY_COMPARE(a.menu->abiertas(), 1);
+        QCOMPARE(a.menu->menu->area()->activeSubWindow(), ajustes);
+        QVERIFY(!ajustes->isMaximized());
+        QCOMPARE(ajustes->size(), tamano);
+    }
+
+    // Inside the menu the booth's keys are the booth's: F6 opens its list of
+    // the day's tickets, F8 asks for a ticket to void, Esc closes the list.
+    void teclasDeLaTaquillaDentroDelMenu() {
+        Abierta a = abrir(caso("Form_Venta_WIN"), {1024, 768});
+        pulsar(a.ventana, Qt::Key_F6);
+        QWidget* lista = a.ventana->findChild<QWidget*>("Form_BoletosTaquilla");
+        QVERIFY(lista && lista->isVisible());
+        QApplication::setActiveWindow(lista);
+        pulsar(lista, Qt::Key_Escape);
+        QVERIFY(!lista->isVisible());
+        QApplication::setActiveWindow(a.menu->menu.get());
+        a.ventana->findChild<QWidget*>("Text_Caballo")->setFocus();
+        env->dialogs.cancel();
+        pulsar(a.ventana, Qt::Key_F8);
+        QCOMPARE(env->dialogs.last().text, QString("INGRESE EL CODIGO DEL BOLETO"));
+    }
+
+    // Qt's own translations: the standard buttons of every box speak Spanish.
+    void botonesEstandarEnEspanol() {
+        QVERIFY(cargarTraducciones());
+        QMessageBox caja(QMessageBox::Question, "t", "x",
+                         QMessageBox::Ok | QMessageBox::Cancel | QMessageBox::Yes | QMessageBox::No);
+        QStringList textos;
+        for (auto b : {QMessageBox::Ok, QMessageBox::Cancel, QMessageBox::Yes, QMessageBox::No})
+            textos << caja.button(b)->text().remove('&');
+        QCOMPARE(textos, (QStringList{"Aceptar", "Cancelar", "Sí", "No"}));
+        QInputDialog entrada;
+        entrada.show();
+        QStringList botones;
+        for (QPushButton* b : entrada.findChildren<QPushButton*>()) botones << b->text().remove('&');
+        botones.sort();
+        QCOMPARE(botones, (QStringList{"Aceptar", "Cancelar"}));
     }
 
     void filtrosDeTecladoEnUnaCaja() {

@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest>
@@ -274,6 +275,10 @@ private slots:
         QCOMPARE(marcas[0].carrera, QString("1"));
         QCOMPARE(marcas[0].ganadores, QColor(0, 192, 0));
         QCOMPARE(marcas[1].ganadores, QColor(192, 0, 0));
+        // A legend says what the colours mean.
+        QStringList textos;
+        for (const QLabel* l : w.findChildren<QLabel*>()) textos << l->text();
+        QVERIFY(textos.contains("Abierta a la venta") && textos.contains("Cerrada"));
 
         // Another booth's administrator opens race 2's auction: the next tick shows it.
         auto otra = env->connect();

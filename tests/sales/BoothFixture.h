@@ -40,6 +40,30 @@ inline QString crudo(const QStringList& lineas) {
     return out + QChar(0x1b) + "d" + QChar(5);
 }
 
+// A stand-in for the printing system's "lp" in a folder put first on PATH:
+// it keeps its arguments in lp.args and what it is given in lp.data, and
+// refuses any queue but "X". Restores PATH when it goes.
+struct LpDePrueba {
+    explicit LpDePrueba(const QString& carpeta) : dir(carpeta), path(qgetenv("PATH")) {
+        QDir().mkpath(dir + "/bin");
+        QFile script(dir + "/bin/lp");
+        script.open(QIODevice::WriteOnly);
+        script.write(("#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + dir + "/lp.args'\ncat > '" + dir +
+                      "/lp.data'\n[ \"$2\" = X ] || { echo 'cola desconocida' >&2; exit 1; }\n")
+                         .toUtf8());
+        script.close();
+        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv("PATH", QFile::encodeName(dir + "/bin") + ":" + path);
+    }
+    ~LpDePrueba() { qputenv("PATH", path); }
+    QString leer(const QString& nombre) const {
+        QFile f(dir + "/" + nombre);
+        return f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.readAll()) : QString();
+    }
+    QString dir;
+    QByteArray path;
+};
+
 // The sale window's logic, loaded as the window loads it.
 inline VentaGanadores ventaCargada(Context& ctx) {
     VentaGanadores v(ctx);

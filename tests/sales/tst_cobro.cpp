@@ -82,13 +82,15 @@ private slots:
         env->dialogs.clear();
         env->dialogs.cancel();
         QVERIFY(!v.anularBoleto());  // cancelled at the code
-        env->dialogs.type(b.codigo).type("CLIENTE SE ARREPINTIO");
+        env->dialogs.type(b.codigo).type("CLIENTE SE ARREPINTIO").yes();
         QVERIFY(v.anularBoleto());
         const auto& cajas = env->dialogs.shown();
         QCOMPARE(cajas[1].title, QString("CODIGO DEL BOLETO"));
         QCOMPARE(cajas[1].text, QString("INGRESE EL CODIGO DEL BOLETO"));
         QCOMPARE(cajas[2].title, QString("MOTIVO DE LA ANULACIÓN DEL BOLETO "));
         QCOMPARE(cajas[2].text, QString("INGRESE EL MOTIVO"));
+        // The ticket is shown before it goes.
+        QVERIFY(cajas[3].text.contains("BOLETO: " + b.codigo));
         QCOMPARE(cajas.last().text, QString("BOLETO ANULADO CON EXITO"));
         QCOMPARE(contar(db(), "ma_principal"), 0LL);
         QCOMPARE(textOf(db(), "SELECT concat_ws('|', estatus, nu_boleto, motivo, usuario, taquilla, ganadores) FROM "
@@ -116,7 +118,7 @@ private slots:
         vender(v, "4", "1");                    // refund, due (code not needed)
         vender(v, "5", "6");                    // loser
         const auto f = vender(v, "5", "2");     // voided
-        env->dialogs.type(f.codigo).type("ANULADO");
+        env->dialogs.type(f.codigo).type("ANULADO").yes();
         QVERIFY(v.anularBoleto());
         devolverBoletos(db(), fecha, 1, "07", 4, 10);
         liquidar(db(), fecha, 1, 3, 12.5);

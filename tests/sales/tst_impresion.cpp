@@ -10,6 +10,7 @@
 #include "sales/Tickets.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QProcess>
@@ -169,6 +170,52 @@ private slots:
         }
     }
 
+    // The graphic ticket's barcode on a receipt printer: every bar a whole
+    // number of dots (a module of two dots at 203 dpi, and at 180), ten
+    // modules clear on each side, and a standard scanner reads it back.
+    void barcodeOfWholeDots_data() {
+        QTest::addColumn<int>("dpi");
+        QTest::newRow("203 dpi") << 203;
+        QTest::newRow("180 dpi") << 180;
+    }
+    void barcodeOfWholeDots() {
+        QFETCH(int, dpi);
+        const int modulo = 2;
+        const Impreso i = ticketVenta(boleto(), true);
+        const QImage img = imagenImpreso(i, 8, true, dpi);
+        const QString png = dir.filePath(QString("ticket-%1.png").arg(dpi));
+        QVERIFY(img.save(png));
+        QCOMPARE(escanear(png), QString("0711231000"));
+        // A row through the bars: just above the lowest black dot of the picture.
+        int fondo = img.height() - 1;
+        auto negro = [&](int x, int y) { return qGray(img.pixel(x, y)) < 128; };
+        auto filaConNegro = [&](int y) {
+            for (int x = 0; x < img.width(); ++x)
+                if (negro(x, y)) return true;
+            return false;
+        };
+        while (fondo > 0 && !filaConNegro(fondo)) --fondo;
+        const int y = fondo - 4;
+        QVector<int> barras;
+        int primero = -1, ultimo = -1, corrida = 0;
+        for (int x = 0; x < img.width(); ++x) {
+            if (negro(x, y)) {
+                if (primero < 0) primero = x;
+                ultimo = x;
+                ++corrida;
+            } else if (corrida > 0) {
+                barras << corrida;
+                corrida = 0;
+            }
+        }
+        QVector<int> esperadas;
+        const QString patron = patronCode128("0711231000");
+        for (int k = 0; k < patron.size(); k += 2) esperadas << patron[k].digitValue() * modulo;
+        QCOMPARE(barras, esperadas);
+        QVERIFY2(primero >= kZonaSilenciosaModulos * modulo, qPrintable(QString::number(primero)));
+        QVERIFY2(img.width() - 1 - ultimo >= kZonaSilenciosaModulos * modulo, qPrintable(QString::number(ultimo)));
+    }
+
     void ticketLines_data() {
         QTest::addColumn<QString>("pieza");
         QTest::addColumn<bool>("grafico");
@@ -253,37 +300,24 @@ private slots:
     void rawBytesAreWindows1252AndAppended() {
         const QString puerto = dir.filePath("bytes.prn");
         ImpresoraPuerto p(puerto);
-        p.imprimir({{"NIÑO"}, {}});
-        p.imprimir({{"A"}, {}});
+        p.imprimir({{"NIÑO"}, {}, {}});
+        p.imprimir({{"A"}, {}, {}});
         QFile f(puerto);
         QVERIFY(f.open(QIODevice::ReadOnly));
         QCOMPARE(f.readAll(), QByteArray("NI\xD1O\r\n\x1b" "d\x05" "A\r\n\x1b" "d\x05"));
-        QVERIFY_THROWS_EXCEPTION(ErrorImpresion, ImpresoraPuerto(dir.filePath("no/existe/lpt")).imprimir({{"x"}, {}}));
+        QVERIFY_THROWS_EXCEPTION(ErrorImpresion, ImpresoraPuerto(dir.filePath("no/existe/lpt")).imprimir({{"x"}, {}, {}}));
     }
 
     void sharedQueueGoesThroughThePrintingSystem() {
-        // A stand-in for the printing system's "lp" that keeps what it is given.
-        QDir().mkpath(dir.filePath("bin"));
-        const QString lp = dir.filePath("bin/lp");
-        QFile script(lp);
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write(("#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + dir.filePath("lp.args") + "'\ncat > '" +
-                      dir.filePath("lp.data") + "'\n[ \"$2\" = X ] || { echo 'cola desconocida' >&2; exit 1; }\n")
-                         .toUtf8());
-        script.close();
-        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        const QByteArray path = qgetenv("PATH");
-        qputenv("PATH", QFile::encodeName(dir.filePath("bin")) + ":" + path);
+        const LpDePrueba lp(dir.path());
         ConfLocal conf;
         conf.puerto = "WINDOWS:";
         auto impresora = crearImpresora(conf);
         QCOMPARE(int(impresora->modo()), int(ModoImpresora::Compartida));
         const Impreso i = ticketVenta(boleto(), false);
         impresora->imprimir(i);
-        QFile args(dir.filePath("lp.args")), data(dir.filePath("lp.data"));
-        QVERIFY(args.open(QIODevice::ReadOnly) && data.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(args.readAll()), QString("-d\nX\n-o\nraw\n"));
-        QCOMPARE(QString::fromLatin1(data.readAll()), crudo(i.lineas));
+        QCOMPARE(lp.leer("lp.args"), QString("-d\nX\n-o\nraw\n"));
+        QCOMPARE(lp.leer("lp.data"), crudo(i.lineas));
         // A queue that refuses the job is a printing failure with its reason.
         try {
             ImpresoraCompartida("Y").imprimir(i);
@@ -291,7 +325,6 @@ private slots:
         } catch (const ErrorImpresion& e) {
             QVERIFY(e.motivo().contains("cola desconocida"));
         }
-        qputenv("PATH", path);
     }
 
     void graphicTicketScansBack() {
@@ -391,6 +424,31 @@ private slots:
         QCOMPARE(r.text("puerto"), QString("WINDOWS:"));
         QCOMPARE(r.integer("impresion"), 0LL);
         QCOMPARE(r.integer("tamletra"), 12LL);
+
+        // A port too long is told as it is typed, and refused when saved.
+        QLineEdit* linea = puerto->lineEdit();
+        linea->clear();
+        QTest::keyClicks(linea, "/dev/lp0");
+        QCOMPARE(w.findChild<QLabel*>("avisoPuerto")->text(), QString());
+        QTest::keyClicks(linea, "xyz");
+        QCOMPARE(w.findChild<QLabel*>("avisoPuerto")->text(), QString("EL PUERTO NO PUEDE TENER MAS DE 10 CARACTERES"));
+        // Leaving with changes not saved asks first; "No" (the default) stays.
+        env.dialogs.no();
+        QTest::keyClick(linea, Qt::Key_Escape);
+        QCOMPARE(env.dialogs.last().text, kSalirSinGuardar);
+        QVERIFY(env.dialogs.last().noByDefault);
+        QVERIFY(w.isVisible());
+        env.dialogs.yes();
+        QTest::keyClick(linea, Qt::Key_Escape);
+        QVERIFY(!w.isVisible());
+        QCOMPARE(env.local().query("SELECT puerto FROM conf_local").first().text("puerto"), QString("WINDOWS:"));
+        // Nothing changed: Esc leaves without a question.
+        Form_ConfImpresion otra(env.ctx);
+        otra.show();
+        const int antes = env.dialogs.count();
+        QTest::keyClick(otra.findChild<QComboBox*>("Combo_Puerto")->lineEdit(), Qt::Key_Escape);
+        QVERIFY(!otra.isVisible());
+        QCOMPARE(env.dialogs.count(), antes);
     }
 };
 

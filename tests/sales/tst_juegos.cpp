@@ -133,9 +133,9 @@ private slots:
              "taquilla1", {"1", "2", "5", ""}, verif, "EL CABALLO ESTA RETIRADO");
         fila("quota blocked", {"update venta_cupo_ganadores set cab3=0 where ch='LOS PINOS'"}, "taquilla1",
              {"1", "3", "5", ""}, verif, "SE HA LLENADO EL CUPO DE VENTA A ESTE CABALLO");
-        taq1("over the horse's quota", {"1", "3", "501", ""}, "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 500");
+        taq1("over the horse's quota", {"1", "3", "501", ""}, "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 500 GANADORES");
         fila("over the ticket maximum", {"update venta_cupo_ganadores set cab3=100000 where ch='LOS PINOS'"},
-             "taquilla1", {"1", "3", "500,5", ""}, verif, "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 500");
+             "taquilla1", {"1", "3", "500,5", ""}, verif, "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 500 GANADORES");
         taq1("unknown client", {"1", "3", "5", "nadie"}, "EL CLIENTE NO EXISTE ");
         fila("client of another centre", {}, "taquilla3", {"1", "3", "5", "clopez"}, verif, "EL CLIENTE NO EXISTE ");
         taq1("client without balance", {"1", "3", "150,01", "clopez"},
@@ -282,7 +282,7 @@ private slots:
         QTest::addColumn<QString>("juego");
         QTest::addColumn<QString>("cambio");
         QTest::addColumn<QStringList>("preparar");
-        QTest::addColumn<QStringList>("respuestas");  // code ("=": the ticket's), reason
+        QTest::addColumn<QStringList>("respuestas");  // code ("=": the ticket's), reason, "sí": shown and confirmed
         QTest::addColumn<QString>("texto");
         const QString noSeEncuentra = "EL BOLETO NO SE PUEDE ANULAR NO SE ENCUENTRA EL CODIGO";
         const QString noSePuede = "EL BOLETO NO SE PUEDE ANULAR";
@@ -293,11 +293,11 @@ private slots:
         fila("empty reason", "", {}, {"=", "  "}, "No se puede realizar la operación sin un motivo");
         fila("unknown code", "", {}, {"0711230001", "ANULADO"}, noSeEncuentra);
         fila("another centre", "ch='MARACAY'", {}, {"=", "ANULADO"}, noSeEncuentra);
-        fila("earlier day", "fecha=date_sub(fecha, interval 1 day)", {}, {"=", "ANULADO"}, noSePuede);
-        fila("refund due", "estatus=4, cobrado=30", {}, {"=", "ANULADO"}, noSePuede);
-        fila("winner", "estatus=1, cobrado=30", {}, {"=", "ANULADO"}, noSePuede);
+        fila("earlier day", "fecha=date_sub(fecha, interval 1 day)", {}, {"=", "ANULADO", "sí"}, noSePuede);
+        fila("refund due", "estatus=4, cobrado=30", {}, {"=", "ANULADO", "sí"}, noSePuede);
+        fila("winner", "estatus=1, cobrado=30", {}, {"=", "ANULADO", "sí"}, noSePuede);
         fila("processed race", "", {"update carreras set win_ganadores=5 where carrera=1 and id_hipodromo=2"},
-             {"=", "ANULADO"}, "EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
+             {"=", "ANULADO", "sí"}, "EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
     }
     void anulacion() {
         QFETCH(QString, cambio);
@@ -309,6 +309,7 @@ private slots:
         for (const QString& sql : preparar) db().exec(sql.toStdString());
         const QStringList antes = fotoJuego();
         env->dialogs.type(respuestas[0] == "=" ? codigo : respuestas[0]).type(respuestas[1]);
+        if (respuestas.size() > 2) env->dialogs.yes();
         QVERIFY(!c->anular());
         QCOMPARE(env->dialogs.last().text, texto);
         QCOMPARE(fotoJuego(), antes);

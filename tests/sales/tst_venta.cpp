@@ -159,13 +159,13 @@ private slots:
         QCOMPARE(int(v.procesarVenta("1", "4", "495").resultado), int(VentaGanadores::Resultado::Vendido));
         // One over what is left.
         QVERIFY(v.procesarVenta("1", "4", "6").resultado != VentaGanadores::Resultado::Vendido);
-        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 5"));
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 5 GANADORES"));
         QVERIFY(!v.esperandoClave());  // no password frame without pedirclave
         // Exactly what is left.
         QCOMPARE(int(v.procesarVenta("1", "4", "5").resultado), int(VentaGanadores::Resultado::Vendido));
         QCOMPARE(numberOf(db(), "SELECT sum(ganadores) FROM ma_principal WHERE caballo=4"), 500.0);
         QVERIFY(v.procesarVenta("1", "4", "1").resultado != VentaGanadores::Resultado::Vendido);
-        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 0"));
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 0 GANADORES"));
         // Another group of the centre has its own quota in the group mode ...
         entrar("taquilla2");
         VentaGanadores otra = nueva();
@@ -174,7 +174,7 @@ private slots:
         db().exec("update grupos set opcioncupowin=1");
         entrar("taquilla2");
         QVERIFY(otra.procesarVenta("1", "4", "1").resultado != VentaGanadores::Resultado::Vendido);
-        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 0"));
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 0 GANADORES"));
         // Without quota enforcement the horse sells past it.
         db().exec("update grupos set admin_cupo=0, opcioncupowin=0");
         entrar("taquilla1");
@@ -202,7 +202,7 @@ private slots:
         VentaGanadores v = nueva();
         QCOMPARE(int(v.procesarVenta("1", "3", "50").resultado), int(VentaGanadores::Resultado::Vendido));
         QVERIFY(v.procesarVenta("1", "3", "50,1").resultado != VentaGanadores::Resultado::Vendido);
-        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 50"));
+        QCOMPARE(env->dialogs.last().text, QString("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 50 GANADORES"));
     }
 
     void clientPlayDebitsTheBalance() {
@@ -324,14 +324,14 @@ private slots:
         QTest::addColumn<QString>("rechazo");
         QTest::newRow("last units of a quota")
             << QStringList{"update venta_cupo_ganadores set cab3=10", "update grupos set pedirclave=0"}
-            << QStringList{"3", "7", ""} << QStringList{"3", "7", ""} << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 3";
+            << QStringList{"3", "7", ""} << QStringList{"3", "7", ""} << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 3 GANADORES";
         QTest::newRow("a shared centre quota across groups and tracks")
             << QStringList{"update venta_cupo_ganadores set cab3=10",
                            "update grupos set pedirclave=0, opcioncupowin=1",
                            "update grupos set id_hipodromo=2 where grupo='08'",
                            "update carreras set venta=1 where carrera=1"}
             << QStringList{"3", "7", ""} << QStringList{"3", "7", "", "taquilla2"}
-            << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 3";
+            << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 3 GANADORES";
         QTest::newRow("a client's balance on two horses")
             << QStringList{} << QStringList{"3", "100", "clopez"} << QStringList{"5", "100", "clopez"}
             << "El Cliente no posee saldo suficiente para hacer esta jugada, dispobible: Bs. 500,00";

@@ -14,6 +14,7 @@
 #include "support/TestEnv.h"
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -386,6 +387,8 @@ private slots:
         QCOMPARE(textOf(env->db(), "select ip_pc from usuarios where usuario='supervisor'"), kIp);
     }
 
+    // Nobody answers: "Ups!" once, as a notice that stops nobody, and the
+    // network label does not say "Online".
     void sinRespuestaAvisaUnaVezYNoDetiene() {
         env->ctx.config.serviciosIp = puertoCerrado() + " " + puertoCerrado() + " " + puertoCerrado();
         frmLogin w(env->ctx);
@@ -395,7 +398,10 @@ private slots:
         w.show();
         QTRY_VERIFY(!w.buscandoIp());
         QCOMPARE(env->dialogs.count(), 1);
+        QCOMPARE(env->dialogs.last().kind, ScriptedDialogs::Kind::Notice);
         QCOMPARE(env->dialogs.last().title, QString("Ups!"));
+        QCOMPARE(env->dialogs.last().text, QString("Checkee su internet por favor, parece que esta fallando."));
+        QCOMPARE(w.findChild<QLabel*>("Label_internet")->text(), QString("No hay Internet"));
         w.findChild<QLineEdit*>("txtUserName")->setText("supervisor");
         w.findChild<QLineEdit*>("txtPassword")->setText("super123");
         QTest::mouseClick(w.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
@@ -404,18 +410,62 @@ private slots:
         QCOMPARE(textOf(env->db(), "select ip_pc from usuarios where usuario='supervisor'"), QString());
     }
 
-    // The sign-in waits for a lookup still running, so the address it records is the one found.
-    void aceptarEsperaLaBusqueda() {
+    // Services that take their time (or never answer) do not hold the
+    // sign-in: the menu opens at once, and the address is recorded when it
+    // comes; silence is told once, later, without stopping anybody.
+    void elIngresoNoEsperaALosServicios() {
+        QTcpServer mudo;  // takes the connection and never answers
+        mudo.listen(QHostAddress::LocalHost, 0);
+        env->ctx.config.serviciosIp = QString("http://127.0.0.1:%1/ip").arg(mudo.serverPort());
+        const int espera = env->ctx.config.esperaRedMs;
+        env->ctx.config.esperaRedMs = 1500;
+        frmLogin w(env->ctx);
+        w.logica().mac = kEstaPc;
+        int aceptado = 0;
+        w.alAceptar = [&] { ++aceptado; };
+        w.show();
+        QVERIFY(w.buscandoIp());
+        QVERIFY(w.findChild<QLabel*>("Label_internet")->text() != "Online");
+        w.findChild<QLineEdit*>("txtUserName")->setText("gerente");
+        w.findChild<QLineEdit*>("txtPassword")->setText("gerente123");
+        QElapsedTimer reloj;
+        reloj.start();
+        QTest::keyClick(w.findChild<QLineEdit*>("txtPassword"), Qt::Key_Return);
+        QVERIFY2(reloj.elapsed() < 1000, qPrintable(QString::number(reloj.elapsed())));
+        QCOMPARE(aceptado, 1);
+        QVERIFY(!w.isVisible());
+        QVERIFY(w.buscandoIp());
+        QCOMPARE(env->dialogs.count(), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(!w.buscandoIp(), 10000);
+        QCOMPARE(env->dialogs.count(), 1);
+        QCOMPARE(env->dialogs.last().kind, ScriptedDialogs::Kind::Notice);
+        QCOMPARE(env->dialogs.last().title, QString("Ups!"));
+        QCOMPARE(textOf(env->db(), "select ip_pc from usuarios where usuario='gerente'"), QString());
+        env->ctx.config.esperaRedMs = espera;
+    }
+
+    // An address that comes after the sign-in is recorded with the login
+    // and shown; "Online" once the services answered.
+    void laDireccionQueLlegaDespuesSeRegistra() {
         ServicioIp servicio(kIp.toUtf8());
         env->ctx.config.serviciosIp = servicio.url();
         frmLogin w(env->ctx);
         w.logica().mac = kEstaPc;
         w.alAceptar = [] {};
+        QString tituloMenu;
+        env->ctx.tituloMenu = [&](const QString& t) { tituloMenu = t; };
         w.show();
         w.findChild<QLineEdit*>("txtUserName")->setText("gerente");
         w.findChild<QLineEdit*>("txtPassword")->setText("gerente123");
         w.cmdOK_Click();
-        QCOMPARE(textOf(env->db(), "select ip_pc from usuarios where usuario='gerente'"), kIp);
+        QCOMPARE(textOf(env->db(), "select ip_pc from usuarios where usuario='gerente'"), QString());
+        QTRY_COMPARE(textOf(env->db(), "select ip_pc from usuarios where usuario='gerente'"), kIp);
+        QCOMPARE(env->ctx.session.ipPublica, kIp);
+        QCOMPARE(w.findChild<QLineEdit*>("Text_datos")->text(), kIp);
+        QVERIFY(!tituloMenu.isEmpty());
+        if (HayInternet()) QCOMPARE(w.findChild<QLabel*>("Label_internet")->text(), QString("Online"));
+        QCOMPARE(env->dialogs.count(), 0);
+        env->ctx.tituloMenu = nullptr;
     }
 
     // Every demo user signs in through the window and gets the menu of its

@@ -363,6 +363,8 @@ private slots:
         menu->accion("cerrar_menu")->trigger();
         QCOMPARE(env->dialogs.last().title, QString("SALIR DEL SISTEMA"));
         QCOMPARE(env->dialogs.last().text, QString("Esta seguro de salir del sistema"));
+        // "No" is the default answer: an Enter typed ahead never ends the program.
+        QVERIFY(env->dialogs.last().noByDefault);
         QVERIFY(menu->isVisible());
         QCOMPARE(terminado, 0);
         QCOMPARE(contar("select count(*) from usuarios where mac<>''"), conMac);
