@@ -3,6 +3,7 @@
 #include "admin/Form_Admin_Win.h"
 #include "core/WindowRegistry.h"
 #include "masterdata/Form_Hipicos.h"
+#include "masterdata/Form_TablaDeNombres.h"
 #include "masterdata/Form_Usuarios.h"
 #include "races/Form_AbrirCerrar.h"
 #include "races/Form_Carreras.h"
@@ -30,6 +31,9 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("grupos_menu", [](Context& ctx, QWidget* menu) { return new Form_Hipicos(ctx, menu); });
     registro.add("cu_menu", [](Context& ctx, QWidget* menu) { return new Form_Usuarios(ctx, menu); });
     registro.add("User_gere", [](Context& ctx, QWidget* menu) { return new Form_Usuarios(ctx, menu); });
+    registro.add("bancos_menu", [](Context& ctx, QWidget* menu) { return new Form_TablaDeNombres(ctx, kBancos, menu); });
+    registro.add("tipos_operacion_menu",
+                 [](Context& ctx, QWidget* menu) { return new Form_TablaDeNombres(ctx, kTiposOperacion, menu); });
     registro.add("CT_ADMIN_MENU", [](Context& ctx, QWidget* menu) { return new Form_RPT_CuadreTaqWIn(ctx, menu); });
 }
 

@@ -141,7 +141,7 @@ std::optional<Negativa> Hipicos::reglas(Db& db, const ValoresCampos& valores, bo
     return std::nullopt;
 }
 
-std::optional<Negativa> Hipicos::reglasEliminar() {
+std::optional<Negativa> Hipicos::reglasEliminar(Db&) {
     if (registro().text("grupo").compare(ctx_.session.grupo, Qt::CaseInsensitive) == 0)
         return Negativa{texto::TituloVerifiqueIntente, kGrupoPropio};
     return std::nullopt;

@@ -30,7 +30,7 @@ protected:
     ValoresCampos valoresNuevos() override;
     void completar(ValoresCampos& valores) override;
     std::optional<Negativa> reglas(Db& db, const ValoresCampos& valores, bool nuevo) override;
-    std::optional<Negativa> reglasEliminar() override;
+    std::optional<Negativa> reglasEliminar(Db& db) override;
     void borrar(Db& db, const QString& grupo) override;
 };
 

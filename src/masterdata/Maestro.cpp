@@ -121,6 +121,7 @@ bool Maestro::escribir(ValoresCampos valores, bool nuevo) {
         }
     }
     std::optional<Negativa> negativa;
+    QString clave = valores.value(d_.clave).trimmed();
     const bool escrito = proteger(ctx_, d_.ventana, [&] {
         FilaMaestra fila;
         negativa = validar(valores, nuevo, fila);
@@ -130,7 +131,7 @@ bool Maestro::escribir(ValoresCampos valores, bool nuevo) {
             negativa = reglas(db, valores, nuevo);
             if (negativa) return false;
             if (nuevo)
-                insertar(db, fila);
+                clave = insertar(db, fila);
             else
                 actualizar(db, fila);
             return true;
@@ -138,7 +139,7 @@ bool Maestro::escribir(ValoresCampos valores, bool nuevo) {
     });
     if (negativa) ctx_.dialogs.refuse(negativa->titulo, negativa->texto);
     if (!escrito) return false;
-    leer(valores.value(d_.clave).trimmed());
+    leer(clave);
     ctx_.dialogs.inform(kTituloRegistros, nuevo ? texto::DatosAlmacenados : kDatosModificados);
     return true;
 }
@@ -148,8 +149,10 @@ bool Maestro::eliminar() {
         ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, kSeleccioneRegistro);
         return false;
     }
-    if (const auto n = reglasEliminar()) {
-        ctx_.dialogs.refuse(n->titulo, n->texto);
+    const auto negativa = intentar(ctx_, d_.ventana, [&] { return reglasEliminar(ctx_.servidor()); });
+    if (!negativa) return false;
+    if (*negativa) {
+        ctx_.dialogs.refuse((*negativa)->titulo, (*negativa)->texto);
         return false;
     }
     if (!ctx_.dialogs.confirm(texto::TituloConfirmar, kConfirmarEliminar, true)) return false;
@@ -164,7 +167,7 @@ bool Maestro::eliminar() {
     return true;
 }
 
-void Maestro::insertar(Db& db, const FilaMaestra& fila) {
+QString Maestro::insertar(Db& db, const FilaMaestra& fila) {
     QStringList columnas, marcas;
     Params valores;
     for (auto it = fila.cbegin(); it != fila.cend(); ++it) {
@@ -175,6 +178,7 @@ void Maestro::insertar(Db& db, const FilaMaestra& fila) {
     db.exec("INSERT INTO " + identificador(d_.tabla) + " (" + columnas.join(',').toStdString() + ") VALUES (" +
                 marcas.join(',').toStdString() + ")",
             valores);
+    return fila.contains(d_.clave) ? fila.value(d_.clave).toString() : QString::number(db.lastInsertId());
 }
 
 void Maestro::actualizar(Db& db, const FilaMaestra& fila) {

@@ -33,7 +33,8 @@ struct DescripcionMaestro {
     QString ventana;                    // the window's name ("Form_Hipicos"), also in the error log
     QString titulo;                     // its caption
     QString tabla;                      // the table it keeps
-    QString clave;                      // the key column: shown, never changed by modificar
+    QString clave;                      // the key column, never changed by modificar (a field, or
+                                        // the table's generated key)
     QVector<Campo> campos;              // in the order of the form
     QVector<ColumnaMaestro> columnas;   // the grid
     QString etiquetaFiltro;             // caption of the listing's filter ("" for none)
@@ -96,10 +97,12 @@ protected:
     virtual void completar(ValoresCampos&) {}
     // The window's own checks, in order, inside the write's transaction.
     virtual std::optional<Negativa> reglas(Db&, const ValoresCampos&, bool /*nuevo*/) { return std::nullopt; }
-    virtual std::optional<Negativa> reglasEliminar() { return std::nullopt; }
+    // The checks of Eliminar, before its question.
+    virtual std::optional<Negativa> reglasEliminar(Db&) { return std::nullopt; }
     // The writes: by default an insert naming the fields' columns, an update
     // of them by the key ("limit 1") and a delete by the key ("limit 1").
-    virtual void insertar(Db& db, const FilaMaestra& fila);
+    // An insert gives the new record's key.
+    virtual QString insertar(Db& db, const FilaMaestra& fila);
     virtual void actualizar(Db& db, const FilaMaestra& fila);
     virtual void borrar(Db& db, const QString& clave);
 

@@ -157,7 +157,7 @@ std::optional<Negativa> Usuarios::reglas(Db& db, const ValoresCampos& v, bool nu
     return std::nullopt;
 }
 
-std::optional<Negativa> Usuarios::reglasEliminar() {
+std::optional<Negativa> Usuarios::reglasEliminar(Db&) {
     const Session& s = ctx_.session;
     const Row& r = registro();
     if (r.integer("id_usuario") == s.idUsuario || r.text("usuario").compare(s.usuario, Qt::CaseInsensitive) == 0)
@@ -167,7 +167,7 @@ std::optional<Negativa> Usuarios::reglasEliminar() {
     return std::nullopt;
 }
 
-void Usuarios::insertar(Db& db, const FilaMaestra& f) {
+QString Usuarios::insertar(Db& db, const FilaMaestra& f) {
     UsuarioNuevo u;
     u.usuario = f.value("usuario").toString();
     u.clave = f.value("clave").toString();
@@ -178,6 +178,7 @@ void Usuarios::insertar(Db& db, const FilaMaestra& f) {
     u.estatus = f.value("estatus").toString();
     u.fechaIngreso = f.value("fecha_ingreso").toString();
     hipico::insertar(db, u.insercion());
+    return u.usuario;
 }
 
 void Usuarios::actualizar(Db& db, const FilaMaestra& fila) {

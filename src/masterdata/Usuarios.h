@@ -35,8 +35,8 @@ protected:
     Recordset consultaBusqueda(Db& db, const QString& grupo) override;
     ValoresCampos valoresNuevos() override;
     std::optional<Negativa> reglas(Db& db, const ValoresCampos& valores, bool nuevo) override;
-    std::optional<Negativa> reglasEliminar() override;
-    void insertar(Db& db, const FilaMaestra& fila) override;
+    std::optional<Negativa> reglasEliminar(Db& db) override;
+    QString insertar(Db& db, const FilaMaestra& fila) override;
     void actualizar(Db& db, const FilaMaestra& fila) override;
 
 private:

@@ -49,6 +49,7 @@ const QVector<Caso>& casos() {
         {"Form_Hipicos", "ch_menu_principal", "admin", "Grilla", true},
         {"Form_Usuarios", "cu_menu", "admin", "Grilla", true},
         {"Form_IngresoJugadas", "m_clientesj", "taquilla1", "Text_Bus2", true},
+        {"Form_Bancos", "bancos_menu", "admin", "Grilla", true},
     };
     return todos;
 }

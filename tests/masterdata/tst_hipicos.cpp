@@ -7,6 +7,7 @@
 #include "core/Textos.h"
 #include "gui/Estilo.h"
 #include "masterdata/Form_Hipicos.h"
+#include "masterdata/TablasDeNombres.h"
 #include "schema/SchemaLoader.h"
 #include "support/TestEnv.h"
 
@@ -312,6 +313,47 @@ private slots:
         env->dialogs.clear();
         QCOMPARE(gruposDe(hipicos->query("select grupo from centroshipicos order by grupo")),
                  (QStringList{"07", "08", "12", "15", "30", "77"}));
+    }
+
+    // The banks and the operation types: a description each on the same
+    // pattern. A name is unique in any case; a row the ledger uses stays.
+    void tablasDeNombres_data() {
+        QTest::addColumn<int>("cual");
+        QTest::addColumn<QString>("usado");  // the name of a row client movements use
+        QTest::newRow("banks") << 0 << "EFECTIVO";
+        QTest::newRow("operation types") << 1 << "JUGADA";
+    }
+
+    void tablasDeNombres() {
+        QFETCH(int, cual);
+        QFETCH(QString, usado);
+        const TablaDeNombres& t = cual == 0 ? kBancos : kTiposOperacion;
+        Db& db = env->db();
+        const QString columna = QString::fromLatin1(t.nombre);
+        NombresMaestro m(env->ctx, t);
+        const auto contar = [&] { return numberOf(db, std::string("select count(*) from ") + t.tabla); };
+        const double antes = contar();
+
+        m.nuevo();
+        QVERIFY(!m.guardar({{columna, usado.toLower()}}));
+        QCOMPARE(env->dialogs.last().text, kNombreRepetido);
+        QVERIFY(m.guardar({{columna, "NUEVO D'ÑANDÚ"}}));
+        QCOMPARE(contar(), antes + 1);
+        const QString id = m.claveActual();
+        QCOMPARE(id, textOf(db, std::string("select max(") + t.clave + ") from " + t.tabla));
+        QVERIFY(m.modificar({{columna, "RENOMBRADO"}}));
+        QCOMPARE(textOf(db, std::string("select ") + t.nombre + " from " + t.tabla + " where " + t.clave + " = ?", {id}),
+                 QString("RENOMBRADO"));
+
+        QVERIFY(m.leer(textOf(db, std::string("select ") + t.clave + " from " + t.tabla + " where " + t.nombre + " = ?",
+                              {usado})));
+        QVERIFY(!m.eliminar());
+        QCOMPARE(env->dialogs.last().text, kNombreEnUso);
+        QVERIFY(m.leer(id));
+        env->dialogs.yes();
+        QVERIFY(m.eliminar());
+        QCOMPARE(contar(), antes);
+        env->dialogs.clear();
     }
 
     // The window: locked fields until Nuevo or Modificar, the yellow ones
