@@ -6,15 +6,14 @@
 #include <QWidget>
 #include <memory>
 
+class QRadioButton;
+class QTableView;
+class QThread;
 class QCheckBox;
 class QComboBox;
 class QDateEdit;
 class QLabel;
 class QLineEdit;
-class QPushButton;
-class QRadioButton;
-class QTableView;
-class QThread;
 
 namespace hipico {
 
