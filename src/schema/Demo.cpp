@@ -24,8 +24,9 @@ constexpr int kNumCaballos = sizeof(kCaballos) / sizeof(kCaballos[0]);
 // Horses per race: track 1 then track 2, races 1 to 8.
 constexpr int kCorredores[2][8] = {{8, 10, 7, 12, 9, 11, 6, 6}, {9, 7, 12, 8, 10, 6, 11, 7}};
 
-// The client accounts beyond the first deposits: a week of plays, prizes and
-// deposits, and clients of other booths and centres.
+// Clients beyond the first two (whose accounts hold only their first
+// deposit): a week of plays, prizes, deposits and a withdrawal, and clients
+// of another booth and another centre.
 void cargarDemoClientes(Db& db, const QDate& hoy) {
     db.exec("INSERT INTO clientes (cliente, ch, observacion, tipo_cliente, usuario, clave, estatus, fecha_ingreso, "
             "id_usuario, cupo) VALUES "
@@ -39,16 +40,16 @@ void cargarDemoClientes(Db& db, const QDate& hoy) {
         const char *operacion, *numero, *hora, *observacion;
     };
     const Movimiento movimientos[] = {
-        {1, 6, 2, 1, 11, -200, "Ganadores", "07111801", "14:10:00", "CARRERA 3 CABALLO 5"},
-        {1, 5, 3, 1, 11, 640, "Positivo", "", "17:30:00", "PREMIO CARRERA 3"},
-        {1, 3, 2, 1, 11, -150, "Tabla Fija", "21112002", "15:00:00", "TABLA FIJA CARRERA 6"},
-        {1, 1, 4, 3, 11, -500, "Positivo", "10022", "10:15:00", "RETIRO POR TRANSFERENCIA"},
-        {2, 4, 2, 1, 11, -2500, "Ganadores", "07111901", "13:45:00", "CARRERA 2 CABALLO 1"},
-        {2, 2, 1, 4, 11, 5000, "Positivo", "774120", "09:30:00", "DEPOSITO MERCANTIL"},
-        {3, 2, 1, 2, 11, 800, "Positivo", "552310", "11:00:00", "SALDO INICIAL"},
-        {3, 0, 2, 1, 11, -120, "Ganadores", "07112301", "12:20:00", "CARRERA 1 CABALLO 4"},
+        {3, 7, 1, 2, 11, 800, "Positivo", "552310", "09:00:00", "SALDO INICIAL"},
+        {3, 6, 2, 1, 11, -200, "Ganadores", "07111701", "14:10:00", "CARRERA 3 CABALLO 5"},
+        {3, 5, 3, 1, 11, 640, "Positivo", "", "17:30:00", "PREMIO CARRERA 3"},
+        {3, 3, 2, 1, 11, -150, "Tabla Fija", "21112002", "15:00:00", "TABLA FIJA CARRERA 6"},
+        {3, 1, 4, 3, 11, -500, "Positivo", "10022", "10:15:00", "RETIRO POR TRANSFERENCIA"},
         {4, 8, 1, 3, 12, 3000, "Positivo", "99821", "10:00:00", "SALDO INICIAL"},
+        {4, 4, 2, 1, 12, -2500, "Ganadores", "08111901", "13:45:00", "CARRERA 2 CABALLO 1"},
+        {4, 2, 1, 4, 12, 5000, "Positivo", "774120", "09:30:00", "DEPOSITO MERCANTIL"},
         {5, 5, 1, 1, 13, 700, "Positivo", "", "10:00:00", "SALDO INICIAL"},
+        {5, 0, 2, 1, 13, -120, "Ganadores", "12112301", "12:20:00", "CARRERA 1 CABALLO 4"},
     };
     for (const Movimiento& m : movimientos)
         db.exec("INSERT INTO jugadas_clientes (id_cliente, monto, monto_tipo, tipo_operacion, id_usuario, id_banco, "

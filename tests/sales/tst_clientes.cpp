@@ -90,7 +90,7 @@ private slots:
         QVERIFY(!l->cliente());
         QVERIFY(l->elegirCliente(1));
         QCOMPARE(l->cliente()->nombre, QString("CARLOS LÓPEZ"));
-        QCOMPARE(l->cliente()->saldo, 1290.0);
+        QCOMPARE(l->cliente()->saldo, 1500.0);
     }
 
     void nuevoCliente() {
@@ -136,16 +136,16 @@ private slots:
         QTest::addColumn<QString>("motivo");  // "-" cancels the question
         QTest::addColumn<QString>("texto");
         QTest::addColumn<double>("saldo");
-        QTest::newRow("no client") << false << false << "10" << "" << kDebeSeleccionarCliente << 1290.0;
-        QTest::newRow("amount not a number") << true << false << "1O" << "" << texto::MontoNoValido << 1290.0;
-        QTest::newRow("zero") << true << false << "0" << "" << texto::MontoNoValido << 1290.0;
+        QTest::newRow("no client") << false << false << "10" << "" << kDebeSeleccionarCliente << 1500.0;
+        QTest::newRow("amount not a number") << true << false << "1O" << "" << texto::MontoNoValido << 1500.0;
+        QTest::newRow("zero") << true << false << "0" << "" << texto::MontoNoValido << 1500.0;
         QTest::newRow("a play above the balance")
-            << true << false << "1290,01" << "" << texto::SinSaldoCliente + "Bs. 1.290,00" << 1290.0;
-        QTest::newRow("a play of the whole balance") << true << false << "1290" << "" << kDatosGuardados << 0.0;
-        QTest::newRow("a play") << true << false << "150,50" << "" << kDatosGuardados << 1139.5;
-        QTest::newRow("a prize") << true << true << "500" << "PREMIO CARRERA 5" << kDatosGuardados << 1790.0;
-        QTest::newRow("a prize without a reason") << true << true << "500" << " " << texto::SinMotivo << 1290.0;
-        QTest::newRow("a prize, question cancelled") << true << true << "500" << "-" << "" << 1290.0;
+            << true << false << "1500,01" << "" << texto::SinSaldoCliente + "Bs. 1.500,00" << 1500.0;
+        QTest::newRow("a play of the whole balance") << true << false << "1500" << "" << kDatosGuardados << 0.0;
+        QTest::newRow("a play") << true << false << "150,50" << "" << kDatosGuardados << 1349.5;
+        QTest::newRow("a prize") << true << true << "500" << "PREMIO CARRERA 5" << kDatosGuardados << 2000.0;
+        QTest::newRow("a prize without a reason") << true << true << "500" << " " << texto::SinMotivo << 1500.0;
+        QTest::newRow("a prize, question cancelled") << true << true << "500" << "-" << "" << 1500.0;
     }
 
     void movimientos() {
@@ -239,40 +239,42 @@ private slots:
     void estadoDeCuenta() {
         Db& db = env->db();
         db.exec("INSERT INTO jugadas_clientes (id_cliente, monto, monto_tipo, tipo_operacion, id_usuario, id_banco, "
-                "fecha, hora) VALUES (1, -5, 'Ganadores', 2, 11, 99, '2026-11-22', '10:00:00'), "
-                "(1, -6, 'Ganadores', 99, 11, 1, '2026-11-22', '10:00:00')");
+                "fecha, hora) VALUES (3, -5, 'Ganadores', 2, 11, 99, '2026-11-22', '10:00:00'), "
+                "(3, -6, 'Ganadores', 99, 11, 1, '2026-11-22', '10:00:00')");
         QCOMPARE(kReporteJugadasClientes, 39);
         auto l = entrar("taquilla1");
         QVERIFY(!l->estadoDeCuenta(QDate(2026, 11, 1), QDate(2026, 11, 30)));
         QCOMPARE(env->dialogs.last().text, kDebeSeleccionarCliente);
-        QVERIFY(l->elegirCliente(1));
+        QVERIFY(l->elegirCliente(3));
+        QCOMPARE(l->cliente()->saldo, 579.0);
         QVERIFY(!l->estadoDeCuenta(QDate(2026, 11, 1), QDate(2026, 11, 2)));
         QCOMPARE(env->dialogs.last().title, texto::TituloBusqueda);
         QCOMPARE(env->dialogs.last().text, texto::SinRegistros);
 
-        const auto filas = l->estadoDeCuenta(QDate(2026, 11, 17), QDate(2026, 11, 23));
+        const auto filas = l->estadoDeCuenta(QDate(2026, 11, 16), QDate(2026, 11, 23));
         QVERIFY(filas);
-        QCOMPARE(filas->size(), 5);
         QStringList montos;
         for (const Row& r : *filas) montos << r.text("FECHA") + " " + r.text("MONTO");
-        QCOMPARE(montos, (QStringList{"2026-11-17 -200", "2026-11-18 640", "2026-11-20 -150", "2026-11-22 -500",
-                                      "2026-11-23 1500"}));
-        QCOMPARE((*filas)[0].text("CLIENTE"), QString("CARLOS LÓPEZ"));
-        QCOMPARE((*filas)[0].text("TIPO"), QString("JUGADA"));
-        QCOMPARE((*filas)[0].text("USUARIO"), QString("TAQUILLA UNO LOS PINOS"));
-        QCOMPARE((*filas)[3].text("BANCO"), QString("BANESCO"));
+        QCOMPARE(montos, (QStringList{"2026-11-16 800", "2026-11-17 -200", "2026-11-18 640", "2026-11-20 -150",
+                                      "2026-11-22 -500"}));
+        const Row& jugada = (*filas)[1];
+        QCOMPARE(jugada.text("CLIENTE"), QString("JOSÉ \"EL FLACO\" PÉREZ"));
+        QCOMPARE(jugada.text("TIPO"), QString("JUGADA"));
+        QCOMPARE(jugada.text("OPERACION"), QString("Ganadores"));
+        QCOMPARE(jugada.text("USUARIO"), QString("TAQUILLA UNO LOS PINOS"));
+        QCOMPARE((*filas)[4].text("BANCO"), QString("BANESCO"));
 
         const Recordset rpt = env->local().query("select * from rpt_jugadas_clientes order by id_jugadas");
         QCOMPARE(rpt.size(), 5);
-        QCOMPARE(rpt[0].number("monto"), -200.0);
-        QCOMPARE(rpt[0].text("monto_tipo"), QString("Ganadores"));
-        QCOMPARE(rpt[0].text("tipo_operacion"), QString("JUGADA"));
-        QCOMPARE(rpt[0].text("fecha"), QString("2026-11-17"));
-        QCOMPARE(rpt[0].text("cliente"), QString("CARLOS LÓPEZ"));
-        QCOMPARE(rpt[0].integer("nu_operacion"), 7111801LL);
-        QCOMPARE(rpt[0].text("motivo"), QString("CARRERA 3 CABAL"));
-        QCOMPARE(rpt[3].text("banco"), QString("BANESCO"));
-        QCOMPARE(rpt[4].integer("nu_operacion"), 0LL);
+        QCOMPARE(rpt[1].number("monto"), -200.0);
+        QCOMPARE(rpt[1].text("monto_tipo"), QString("Ganadores"));
+        QCOMPARE(rpt[1].text("tipo_operacion"), QString("JUGADA"));
+        QCOMPARE(rpt[1].text("fecha"), QString("2026-11-17"));
+        QCOMPARE(rpt[1].text("cliente"), QString("JOSÉ \"EL FLACO\" PÉREZ"));
+        QCOMPARE(rpt[1].integer("nu_operacion"), 7111701LL);
+        QCOMPARE(rpt[1].text("motivo"), QString("CARRERA 3 CABAL"));
+        QCOMPARE(rpt[4].text("banco"), QString("BANESCO"));
+        QCOMPARE(rpt[2].integer("nu_operacion"), 0LL);
         env->dialogs.clear();
     }
 };
