@@ -5,8 +5,13 @@
 #include "core/Formato.h"
 #include "core/Textos.h"
 #include "sales/CuentasClientes.h"
+#include "sales/Form_IngresoJugadas.h"
 #include "support/TestEnv.h"
 
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTcpServer>
 #include <QtTest>
 #include <atomic>
 #include <thread>
@@ -275,6 +280,53 @@ private slots:
         QCOMPARE(rpt[1].text("motivo"), QString("CARRERA 3 CABAL"));
         QCOMPARE(rpt[4].text("banco"), QString("BANESCO"));
         QCOMPARE(rpt[2].integer("nu_operacion"), 0LL);
+        env->dialogs.clear();
+    }
+
+    // The window from the keyboard: the own clients listed, a search that
+    // finds one client chooses it and shows its statement, a play moves the
+    // balance shown.
+    void ventana() {
+        env->signIn("taquilla1");
+        env->dialogs.clear();
+        Form_IngresoJugadas w(env->ctx);
+        env->ctx.session.confLocal.impresion = 0;
+        w.show();
+        QApplication::processEvents();
+        auto* clientes = w.findChild<QTableView*>("Grilla_Clientes");
+        auto* estado = w.findChild<QTableView*>("Grilla_Estado");
+        QCOMPARE(clientes->model()->rowCount(), 3);
+        QTest::keyClicks(w.findChild<QLineEdit*>("Text_Bus2"), "flaco");
+        QTest::keyClick(w.findChild<QLineEdit*>("Text_Bus2"), Qt::Key_Return);
+        QCOMPARE(w.findChild<QLabel*>("Label_Saldo")->text(), QString("SALDO: Bs. 590,00"));
+        QCOMPARE(estado->model()->rowCount(), 5);
+        QCOMPARE(QApplication::focusWidget(), w.findChild<QWidget*>("Text_Monto"));
+        QTest::keyClicks(w.findChild<QLineEdit*>("Text_Monto"), "90");
+        w.Bton_Procesar_Click();
+        QCOMPARE(env->dialogs.last().text, kDatosGuardados);
+        QCOMPARE(w.findChild<QLabel*>("Label_Saldo")->text(), QString("SALDO: Bs. 500,00"));
+        QCOMPARE(estado->model()->rowCount(), 6);
+        env->dialogs.clear();
+    }
+
+    // The public address is looked up when the window opens; a failed
+    // lookup is told with the window's own words.
+    void direccionPublica() {
+        QTcpServer cerrado;
+        cerrado.listen(QHostAddress::LocalHost, 0);
+        const QString url = QString("http://127.0.0.1:%1/ip").arg(cerrado.serverPort());
+        cerrado.close();
+        env->signIn("taquilla1");
+        env->dialogs.clear();
+        env->ctx.config.serviciosIp = url + " " + url + " " + url;
+        Form_IngresoJugadas w(env->ctx);
+        w.show();
+        w.esperarIp();
+        env->ctx.config.serviciosIp.clear();
+        QCOMPARE(env->dialogs.count(), 1);
+        QCOMPARE(env->dialogs.last().title, kTituloUps);
+        QCOMPARE(env->dialogs.last().text, kSinInternet);
+        QCOMPARE(env->dialogs.last().icon, Icon::Critical);
         env->dialogs.clear();
     }
 };
