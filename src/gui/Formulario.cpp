@@ -125,8 +125,9 @@ void FormularioCampos::ponerOpciones(const QString& columna, const QStringList& 
     const QString actual = l->currentText();
     l->clear();
     l->addItems(opciones);
-    const int i = l->findText(actual);
-    l->setCurrentIndex(i >= 0 ? i : (l->count() > 0 ? 0 : -1));
+    // The value shown stays, even one the list no longer offers.
+    if (!actual.isEmpty() && l->findText(actual) < 0) l->addItem(actual);
+    l->setCurrentIndex(actual.isEmpty() ? (l->count() > 0 ? 0 : -1) : l->findText(actual));
 }
 
 void FormularioCampos::bloquear(bool bloqueado, const QStringList& salvo) {

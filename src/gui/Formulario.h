@@ -27,7 +27,7 @@ public:
     ValoresCampos valores() const;
     // Empties every field (a list goes to its first choice).
     void limpiar();
-    // The choices of a list field (the value it shows stays when it is one of them).
+    // The choices of a list field; the value it shows stays shown.
     void ponerOpciones(const QString& columna, const QStringList& opciones);
     // Locks (or unlocks) every field but those named.
     void bloquear(bool bloqueado, const QStringList& salvo = {});

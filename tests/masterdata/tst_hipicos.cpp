@@ -6,7 +6,9 @@
 #include "core/Connections.h"
 #include "core/Textos.h"
 #include "gui/Estilo.h"
+#include "gui/RecordsetModel.h"
 #include "masterdata/Form_Hipicos.h"
+#include "masterdata/Form_Usuarios.h"
 #include "masterdata/TablasDeNombres.h"
 #include "schema/SchemaLoader.h"
 #include "support/TestEnv.h"
@@ -417,6 +419,37 @@ private slots:
         w.findChild<QComboBox*>("Combo_Filtro")->setCurrentText("OCCIDENTE");
         QCOMPARE(grilla->model()->rowCount(), 2);
         QCOMPARE(grupo->text(), QString("12"));
+        env->dialogs.clear();
+    }
+
+    // The users window on the same pattern: a level the list does not offer
+    // stays through Modificar and Guardar, and so does the stored password
+    // when its box is left empty.
+    void ventanaDeUsuarios() {
+        Db& db = env->db();
+        const QString clave = textOf(db, "select clave from usuarios where usuario='socio'");
+        Form_Usuarios w(env->ctx);
+        w.show();
+        QApplication::processEvents();
+        auto* grilla = w.findChild<QTableView*>("Grilla");
+        const Recordset& filas = static_cast<const RecordsetModel*>(grilla->model())->recordset();
+        grilla->setCurrentIndex(grilla->model()->index(filas.find("usuario", "socio"), 0));
+        auto* nivel = w.findChild<QComboBox*>("nivel");
+        QCOMPARE(nivel->currentText(), QString("Socio"));
+        QCOMPARE(w.findChild<QLineEdit*>("clave")->text(), QString());
+        QTest::mouseClick(w.findChild<QPushButton*>("Boton_Modificar"), Qt::LeftButton);
+        QVERIFY(!w.findChild<QLineEdit*>("usuario")->isEnabled());
+        QCOMPARE(nivel->currentText(), QString("Socio"));
+        auto* nombre = w.findChild<QLineEdit*>("nombre");
+        nombre->clear();
+        QTest::keyClicks(nombre, "SOCIO DE ORIENTE");
+        QTest::mouseClick(w.findChild<QPushButton*>("Boton_Guardar"), Qt::LeftButton);
+        QCOMPARE(env->dialogs.last().text, kDatosModificados);
+        const Row r = db.query("select * from usuarios where usuario='socio'").first();
+        QCOMPARE(r.text("nivel"), QString("Socio"));
+        QCOMPARE(r.text("nombre"), QString("SOCIO DE ORIENTE"));
+        QCOMPARE(r.text("clave"), clave);
+        QCOMPARE(w.modo(), VentanaMaestra::Modo::Consulta);
         env->dialogs.clear();
     }
 };
