@@ -2,11 +2,15 @@
 
 #include "admin/Form_Admin_Win.h"
 #include "core/WindowRegistry.h"
+#include "masterdata/Form_Hipicos.h"
+#include "masterdata/Form_TablaDeNombres.h"
+#include "masterdata/Form_Usuarios.h"
 #include "races/Form_AbrirCerrar.h"
 #include "races/Form_Carreras.h"
 #include "signin/Form_CambiarGrupo.h"
 #include "signin/Form_ConfiguracionGeneral.h"
 #include "sales/Form_ConfImpresion.h"
+#include "sales/Form_IngresoJugadas.h"
 #include "sales/Form_RPT_CuadreTaqWIn.h"
 #include "sales/Form_Venta_WIN.h"
 
@@ -22,6 +26,14 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("pimp_menu", [](Context& ctx, QWidget* menu) { return new Form_ConfImpresion(ctx, menu); });
     registro.add("configuracion_menu",
                  [](Context& ctx, QWidget* menu) { return new Form_ConfiguracionGeneral(ctx, menu); });
+    registro.add("m_clientesj", [](Context& ctx, QWidget* menu) { return new Form_IngresoJugadas(ctx, menu); });
+    registro.add("ch_menu_principal", [](Context& ctx, QWidget* menu) { return new Form_Hipicos(ctx, menu); });
+    registro.add("grupos_menu", [](Context& ctx, QWidget* menu) { return new Form_Hipicos(ctx, menu); });
+    registro.add("cu_menu", [](Context& ctx, QWidget* menu) { return new Form_Usuarios(ctx, menu); });
+    registro.add("User_gere", [](Context& ctx, QWidget* menu) { return new Form_Usuarios(ctx, menu); });
+    registro.add("bancos_menu", [](Context& ctx, QWidget* menu) { return new Form_TablaDeNombres(ctx, kBancos, menu); });
+    registro.add("tipos_operacion_menu",
+                 [](Context& ctx, QWidget* menu) { return new Form_TablaDeNombres(ctx, kTiposOperacion, menu); });
     registro.add("CT_ADMIN_MENU", [](Context& ctx, QWidget* menu) { return new Form_RPT_CuadreTaqWIn(ctx, menu); });
 }
 

@@ -101,6 +101,14 @@ std::optional<long long> leerEntero(const QString& texto, long long maximo) {
     return v;
 }
 
+QString patronContiene(const QString& texto) {
+    QString t = texto;
+    t.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
+    t.replace(QLatin1Char('%'), QLatin1String("\\%"));
+    t.replace(QLatin1Char('_'), QLatin1String("\\_"));
+    return QLatin1Char('%') + t + QLatin1Char('%');
+}
+
 QString fechaSql(const QDate& fecha) { return fecha.toString(QStringLiteral("yyyy-MM-dd")); }
 QString fechaVista(const QDate& fecha) { return fecha.toString(QStringLiteral("dd-MM-yyyy")); }
 QString fechaVista(const QString& fechaSqlTexto) {

@@ -37,6 +37,10 @@ bool leerMonto(const QString& texto, double& monto);
 // most `maximo`. nullopt for anything else, an empty box included.
 std::optional<long long> leerEntero(const QString& texto, long long maximo = 999999999);
 
+// A LIKE pattern that finds the typed text anywhere ("%text%"), the text
+// matched literally: its %, _ and \ are escaped.
+QString patronContiene(const QString& texto);
+
 // Dates: "YYYY-MM-DD" for SQL, "DD-MM-YYYY" on screen and paper.
 QString fechaSql(const QDate& fecha);
 QString fechaVista(const QDate& fecha);

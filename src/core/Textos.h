@@ -25,14 +25,20 @@ inline const QString TituloEliminacionRegistros = QStringLiteral("Eliminacion de
 inline const QString TituloParametrosVenta = QStringLiteral("PARAMETROS DE VENTA");
 inline const QString TituloSeguridad = QStringLiteral("Seguridad del Sistema");
 inline const QString TituloImpresionResumen = QStringLiteral("IMPRESION DE RESUME DE VENTAS");
+inline const QString TituloConfirmar = QStringLiteral("confirmar");
+inline const QString TituloInformacionSistema = QStringLiteral("Informacion del Sistema");
 
 // Prompts.
 inline const QString IngreseCodigoBoleto = QStringLiteral("INGRESE EL CODIGO DEL BOLETO");
 inline const QString IngreseMotivo = QStringLiteral("INGRESE EL MOTIVO");
 inline const QString MotivoAnulado = QStringLiteral("ANULADO");
 
+// Choices.
+inline const QString Todos = QStringLiteral("TODOS");
+
 // Messages.
 inline const QString CambiosRealizados = QStringLiteral("Los cambios se han realizado con exito");
+inline const QString DatosAlmacenados = QStringLiteral("Los datos fueron almacenados satisfactoriamente");
 inline const QString SinRegistros = QStringLiteral("No se encontro Ningun registro");
 inline const QString SinAcceso = QStringLiteral(" Usted no posee acceso a esta parte del sistema");
 inline const QString SinMotivo = QStringLiteral("No se puede realizar la operación sin un motivo");
@@ -48,6 +54,8 @@ inline const QString CarreraNoPermitida = QStringLiteral("EL NUMERO DE CARRERA N
 inline const QString CarreraSeEncuentraCerrada = QStringLiteral("LA CARRERA SE ENCUENTRA CERRADA");
 inline const QString CarreraCerradaSinCambios = QStringLiteral("LA CARRERA ESTA CERRADA, NO SE PUEDEN HACER CAMBIOS");
 inline const QString CupoLleno = QStringLiteral("SE HA LLENADO EL CUPO DE VENTA A ESTE CABALLO");
+inline const QString SinSaldoCliente =
+    QStringLiteral("El Cliente no posee saldo suficiente para hacer esta jugada, dispobible: ");
 inline const QString MontoMayorPermitido = QStringLiteral("EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: ");
 
 // Tickets.

@@ -16,7 +16,7 @@ public:
     struct Column {
         QString header;
         QString field;        // column of the recordset
-        Formatter format;     // optional: overrides the field's text
+        Formatter format = {};  // optional: overrides the field's text
         Qt::Alignment align = Qt::AlignLeft | Qt::AlignVCenter;
     };
 

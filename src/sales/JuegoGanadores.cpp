@@ -28,8 +28,6 @@ const QString kCerrada = QStringLiteral("LA CARRERA ESTA CERRADA, NO SE PUEDE HA
 const QString kMenorPermitido = QStringLiteral("EL MONTO ES MENOR AL PERMITIDO");
 const QString kCuatroCaballos = QStringLiteral("NO SE VENDE CON 4 CABALLOS");
 const QString kClienteNoExiste = QStringLiteral("EL CLIENTE NO EXISTE ");
-const QString kSinSaldo =
-    QStringLiteral("El Cliente no posee saldo suficiente para hacer esta jugada, dispobible: ");
 const QString kCupoVip = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR VIP");
 const QString kCupoJugador = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR");
 
@@ -315,7 +313,7 @@ std::optional<Rechazo> VentaGanador::clienteExiste() {
 std::optional<Rechazo> VentaGanador::saldoDelCliente() {
     if (cliente_.empty()) return std::nullopt;
     const double saldo = Row::toNumber(db_->scalar(kSaldoCliente, {cliente_.first().integer("id_cliente")}));
-    if (saldo + kCentavo / 10 < dinero_) return verifique(kSinSaldo + formatoMoneda(saldo));
+    if (saldo + kCentavo / 10 < dinero_) return verifique(texto::SinSaldoCliente + formatoMoneda(saldo));
     return std::nullopt;
 }
 

@@ -24,6 +24,40 @@ constexpr int kNumCaballos = sizeof(kCaballos) / sizeof(kCaballos[0]);
 // Horses per race: track 1 then track 2, races 1 to 8.
 constexpr int kCorredores[2][8] = {{8, 10, 7, 12, 9, 11, 6, 6}, {9, 7, 12, 8, 10, 6, 11, 7}};
 
+// Clients beyond the first two (whose accounts hold only their first
+// deposit): a week of plays, prizes, deposits and a withdrawal, and clients
+// of another booth and another centre.
+void cargarDemoClientes(Db& db, const QDate& hoy) {
+    db.exec("INSERT INTO clientes (cliente, ch, observacion, tipo_cliente, usuario, clave, estatus, fecha_ingreso, "
+            "id_usuario, cupo) VALUES "
+            "('JOSÉ \"EL FLACO\" PÉREZ', 'LOS PINOS', 'JUEGA LOS SÁBADOS', 1, 'flaco', '', 'Activo', ?, 11, 1000), "
+            "('AGROPECUARIA LA CEIBA', 'LOS PINOS', 'CLIENTE DE LA TAQUILLA DOS', 2, 'ceiba', '', 'Activo', ?, 12, 5000), "
+            "('LUISA MÁRQUEZ', 'MARACAY', 'CLIENTE DE MARACAY', 1, 'lmarquez', '', 'Activo', ?, 13, 1000)",
+            {fechaSql(hoy.addDays(-30)), fechaSql(hoy.addDays(-20)), fechaSql(hoy.addDays(-10))});
+    struct Movimiento {
+        int cliente, dias, tipo, banco, usuario;
+        double monto;
+        const char *operacion, *numero, *hora, *observacion;
+    };
+    const Movimiento movimientos[] = {
+        {3, 7, 1, 2, 11, 800, "Positivo", "552310", "09:00:00", "SALDO INICIAL"},
+        {3, 6, 2, 1, 11, -200, "Ganadores", "07111701", "14:10:00", "CARRERA 3 CABALLO 5"},
+        {3, 5, 3, 1, 11, 640, "Positivo", "", "17:30:00", "PREMIO CARRERA 3"},
+        {3, 3, 2, 1, 11, -150, "Tabla Fija", "21112002", "15:00:00", "TABLA FIJA CARRERA 6"},
+        {3, 1, 4, 3, 11, -500, "Positivo", "10022", "10:15:00", "RETIRO POR TRANSFERENCIA"},
+        {4, 8, 1, 3, 12, 3000, "Positivo", "99821", "10:00:00", "SALDO INICIAL"},
+        {4, 4, 2, 1, 12, -2500, "Ganadores", "08111901", "13:45:00", "CARRERA 2 CABALLO 1"},
+        {4, 2, 1, 4, 12, 5000, "Positivo", "774120", "09:30:00", "DEPOSITO MERCANTIL"},
+        {5, 5, 1, 1, 13, 700, "Positivo", "", "10:00:00", "SALDO INICIAL"},
+        {5, 0, 2, 1, 13, -120, "Ganadores", "12112301", "12:20:00", "CARRERA 1 CABALLO 4"},
+    };
+    for (const Movimiento& m : movimientos)
+        db.exec("INSERT INTO jugadas_clientes (id_cliente, monto, monto_tipo, tipo_operacion, id_usuario, id_banco, "
+                "nu_operacion, fecha, hora, observacion) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+                {m.cliente, m.monto, m.operacion, m.tipo, m.usuario, m.banco, m.numero, fechaSql(hoy.addDays(-m.dias)),
+                 m.hora, m.observacion});
+}
+
 }  // namespace
 
 const QVector<DemoUsuario>& usuariosDemo() {
@@ -57,6 +91,9 @@ void cargarDemo(Db& db, const QDate& hoy) {
                 "VALUES (1, ?, 1, 1, ?, ?, ?, ?, '', ?, 1, 0, 0, 1, 1, 10, 5, 5000, 100, 1, 1, 0, 0, 3, 0, 0)",
                 {fecha, double(kVersionNumero), "https://descargas.hipico.example/hipico", "RED DE CENTROS HIPICOS",
                  "J-30123456-7", "Bienvenidos. Recuerde cerrar su taquilla al final del día."});
+
+        // New and changed passwords as Argon2id hashes; five failures hold an account for 15 minutes.
+        db.exec("UPDATE configuracion SET clave_segura = 1, intentos_clave = 5, minutos_bloqueo = 15");
 
         db.exec("INSERT INTO hipodromos (id_hipodromo, hipodromo, estatus) VALUES "
                 "(1, 'LA RINCONADA', 1), (2, 'SANTA RITA', 1), (3, 'VALENCIA', 0)");
@@ -155,6 +192,7 @@ void cargarDemo(Db& db, const QDate& hoy) {
                 "(1, 1500, 'DEPOSITO', 1, 11, 1, '', ?, '09:00:00', 'SALDO INICIAL'), "
                 "(2, 20000, 'DEPOSITO', 1, 11, 2, '884512', ?, '09:05:00', 'SALDO INICIAL')",
                 {fecha, fecha});
+        cargarDemoClientes(db, hoy);
 
         for (const char* g : {"07", "08", "12", "15"}) {
             db.exec("INSERT INTO ventas_ganadores_general (grupo, fecha) VALUES (?, ?)", {g, fecha});

@@ -1,6 +1,7 @@
 #include "schema/Escritores.h"
 
 #include "core/Db.h"
+#include "core/Formato.h"
 
 namespace hipico {
 
@@ -73,6 +74,20 @@ Insercion MovimientoCliente::insercion() const {
     return Insercion("jugadas_clientes")("id_cliente", idCliente)("monto", monto)("monto_tipo", tipo)(
         "tipo_operacion", operacion)("id_usuario", idUsuario)("id_banco", banco)("nu_operacion", nuOperacion)(
         "fecha", fecha)("hora", hora)("observacion", observacion);
+}
+
+Insercion UsuarioNuevo::insercion() const {
+    return Insercion("usuarios")("usuario", usuario)("clave", clave)("nombre", nombre)("nivel", nivel)("grupo", grupo)(
+        "ch", ch)("estatus", estatus)("fecha_ingreso", fechaIngreso)("hora_ingreso", "")("mac", "")("ip_pc", "")(
+        "version", "")("plantilla", "");
+}
+
+Insercion lineaEstadoCliente(const Row& m) {
+    return Insercion("rpt_jugadas_clientes")("monto", m.number("MONTO"))("monto_tipo", m.text("OPERACION").left(10))(
+        "tipo_operacion", m.text("TIPO").left(15))("fecha", m.text("FECHA"))("hora", m.text("HORA").left(25))(
+        "cliente", m.text("CLIENTE").left(25))("banco", m.text("BANCO").left(25))(
+        "nu_operacion", leerEntero(m.text("NUMERO"), 2147483647).value_or(0))(
+        "motivo", m.text("observacion").left(15));
 }
 
 Insercion auditoriaGanadores(int juego, int moneda) {

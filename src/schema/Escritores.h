@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Recordset.h"
 #include "core/SqlValue.h"
 
 #include <QString>
@@ -103,6 +104,20 @@ struct MovimientoCliente {
     QString nuOperacion, fecha, hora, observacion;
     Insercion insercion() const;
 };
+
+// usuarios: a user as the users window creates it; what the sign-in records
+// (time, machine, address, version) starts empty.
+struct UsuarioNuevo {
+    QString usuario, clave, nombre, nivel, grupo, ch, estatus, fechaIngreso;
+    Insercion insercion() const;
+};
+
+// rpt_jugadas_clientes (local report schema): one line of a client's
+// statement, a row of the statement's query (ID, MONTO, FECHA, HORA,
+// OPERACION, CLIENTE, TIPO, NUMERO, USUARIO, BANCO, observacion); texts are
+// cut to the report table's widths and a bank operation number that is not
+// a whole number is written as 0.
+Insercion lineaEstadoCliente(const Row& movimiento);
 
 // ventas_auditoria: the snapshot of a race's winner tickets, one row per
 // ma_principal row of the INSERT ... SELECT, as the given game and currency.

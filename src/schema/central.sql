@@ -931,3 +931,19 @@ CREATE TABLE `bancos` (
   `banco` VARCHAR(100) NOT NULL DEFAULT '',
   PRIMARY KEY (`id_banco`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- Passwords and failed sign-ins. `clave_segura` 1 stores new and changed
+-- passwords as Argon2id hashes (0: the reversible cipher); after
+-- `intentos_clave` failed sign-ins in a row (0: never) an account is held
+-- for `minutos_bloqueo` minutes. The failures are counted per user.
+ALTER TABLE `configuracion`
+  ADD COLUMN `clave_segura` INT NOT NULL DEFAULT 0,
+  ADD COLUMN `intentos_clave` INT NOT NULL DEFAULT 0,
+  ADD COLUMN `minutos_bloqueo` INT NOT NULL DEFAULT 15;
+
+CREATE TABLE `intentos_sesion` (
+  `usuario` VARCHAR(45) NOT NULL,
+  `fallidos` INT NOT NULL DEFAULT 0,
+  `retenida_hasta` VARCHAR(19) NOT NULL DEFAULT '',
+  PRIMARY KEY (`usuario`)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;

@@ -6,14 +6,12 @@
 #include "core/Session.h"
 #include "core/Textos.h"
 
-#include <QLocale>
-#include <cmath>
-
 namespace hipico {
 
 namespace {
 
-using T = CampoAjuste::Tipo;
+using T = Campo::Tipo;
+using namespace campo;
 
 constexpr double kMillon = 1e6;
 constexpr double kTope = 1e9;
@@ -25,44 +23,16 @@ const QString kDia = QStringLiteral("DIA DE TRABAJO");
 const QString kVentas = QStringLiteral("VENTAS");
 const QString kEmpresa = QStringLiteral("EMPRESA Y MENSAJES");
 const QString kSistema = QStringLiteral("SISTEMA");
+const QString kSeguridad = QStringLiteral("SEGURIDAD");
 const QString kGanadores = QStringLiteral("VENTA DE GANADORES");
 const QString kTaquilla = QStringLiteral("TAQUILLA");
 const QString kSubastas = QStringLiteral("SUBASTAS");
 const QString kMacuare = QStringLiteral("MACUARE");
 
-CampoAjuste interruptor(const char* columna, const char* etiqueta, const QString& pestana) {
-    return {columna, QString::fromUtf8(etiqueta), pestana, T::Interruptor, 0, 1, 0, {}};
-}
-CampoAjuste entero(const char* columna, const char* etiqueta, const QString& pestana, double minimo, double maximo) {
-    return {columna, QString::fromUtf8(etiqueta), pestana, T::Entero, minimo, maximo, 0, {}};
-}
-CampoAjuste decimal(const char* columna, const char* etiqueta, const QString& pestana, double minimo, double maximo) {
-    return {columna, QString::fromUtf8(etiqueta), pestana, T::Decimal, minimo, maximo, 0, {}};
-}
-CampoAjuste textoLibre(const char* columna, const char* etiqueta, const QString& pestana, int largo) {
-    return {columna, QString::fromUtf8(etiqueta), pestana, T::Texto, 0, 0, largo, {}};
-}
-CampoAjuste opcion(const char* columna, const char* etiqueta, const QString& pestana, QStringList opciones) {
-    return {columna, QString::fromUtf8(etiqueta), pestana, T::Opcion, 0, double(opciones.size() - 1), 0, opciones};
-}
-
-QString numeroVista(double v) {
-    QString t = QString::number(v, 'f', 6);
-    while (t.contains('.') && (t.endsWith('0') || t.endsWith('.'))) t.chop(1);
-    t.replace(QLatin1Char('.'), QLatin1Char(','));
-    return t;
-}
-
-QString limitesTexto(const CampoAjuste& c) {
-    const QLocale es(QLocale::Spanish, QLocale::Venezuela);
-    auto n = [&](double v) { return c.tipo == T::Entero ? es.toString(qlonglong(v)) : numeroVista(v); };
-    return n(c.minimo) + QStringLiteral(" Y ") + n(c.maximo);
-}
-
 }  // namespace
 
-const QVector<CampoAjuste>& camposConfiguracion() {
-    static const QVector<CampoAjuste> campos = {
+const QVector<Campo>& camposConfiguracion() {
+    static const QVector<Campo> campos = {
         {"fecha", "FECHA DE TRABAJO", kDia, T::Fecha, 0, 0, 10, {}},
         entero("carrera", "CARRERA ACTUAL", kDia, 0, 99),
         entero("id_hipodromo", "HIPODROMO ACTUAL (CODIGO)", kDia, 0, 99999),
@@ -94,12 +64,15 @@ const QVector<CampoAjuste>& camposConfiguracion() {
         interruptor("centrarform", "CENTRAR LAS VENTANAS", kSistema),
         opcion("tipo_pantalla", "PANTALLA DE TABLA FIJA", kSistema, {"PANTALLA 1", "PANTALLA 2"}),
         textoLibre("conexion", "CONEXION", kSistema, 255),
+        interruptor("clave_segura", "GUARDAR LAS CLAVES NUEVAS Y CAMBIADAS CON ARGON2ID", kSeguridad),
+        entero("intentos_clave", "INTENTOS FALLIDOS ANTES DE RETENER LA CUENTA (0 = NUNCA)", kSeguridad, 0, 100),
+        entero("minutos_bloqueo", "MINUTOS QUE LA CUENTA QUEDA RETENIDA", kSeguridad, 1, 1440),
     };
     return campos;
 }
 
-const QVector<CampoAjuste>& camposGrupo() {
-    static const QVector<CampoAjuste> campos = {
+const QVector<Campo>& camposGrupo() {
+    static const QVector<Campo> campos = {
         interruptor("venta_ganadores", "VENDE GANADORES", kGanadores),
         entero("cab_max", "NUMERO MAXIMO DE CABALLO", kGanadores, 1, 16),
         entero("carrera", "CARRERA DEL GRUPO (0 = LA ACTUAL)", kGanadores, 0, 99),
@@ -135,81 +108,21 @@ const QVector<CampoAjuste>& camposGrupo() {
     return campos;
 }
 
-QStringList pestanas(const QVector<CampoAjuste>& campos) {
-    QStringList out;
-    for (const CampoAjuste& c : campos)
-        if (!out.contains(c.pestana)) out << c.pestana;
-    return out;
-}
-
-ValoresAjuste valoresDe(const Row& fila, const QVector<CampoAjuste>& campos) {
-    ValoresAjuste out;
-    for (const CampoAjuste& c : campos) {
-        switch (c.tipo) {
-        case T::Fecha: out[c.columna] = fechaVista(fila.textOr(c.columna)); break;
-        case T::Decimal: out[c.columna] = numeroVista(fila.numberOr(c.columna)); break;
-        case T::Entero:
-        case T::Interruptor:
-        case T::Opcion: out[c.columna] = QString::number(fila.integerOr(c.columna)); break;
-        case T::Texto: out[c.columna] = fila.textOr(c.columna); break;
-        }
-    }
-    return out;
-}
-
-QString validarCampo(const CampoAjuste& c, const QString& entrada, SqlValue& valor) {
-    const QString t = entrada.trimmed();
-    const QString campo = QStringLiteral("EL CAMPO ") + c.etiqueta;
-    switch (c.tipo) {
-    case T::Texto:
-        if (t.size() > c.largo)
-            return campo + QStringLiteral(" ES DEMASIADO LARGO: MAXIMO %1 CARACTERES").arg(c.largo);
-        valor = t;
-        return {};
-    case T::Fecha: {
-        const QDate d = QDate::fromString(t, QStringLiteral("dd-MM-yyyy"));
-        if (!d.isValid()) return campo + QStringLiteral(" NO ES UNA FECHA VALIDA (DD-MM-AAAA)");
-        valor = fechaSql(d);
-        return {};
-    }
-    case T::Interruptor:
-    case T::Opcion:
-    case T::Entero: {
-        const auto n = leerEntero(t);
-        if (!n || *n < c.minimo || *n > c.maximo) {
-            if (c.tipo == T::Entero)
-                return campo + QStringLiteral(" NO ES VALIDO: DEBE SER UN NUMERO ENTERO ENTRE ") + limitesTexto(c);
-            return campo + QStringLiteral(" NO ES VALIDO");
-        }
-        valor = *n;
-        return {};
-    }
-    case T::Decimal: {
-        double v = 0;
-        if (!leerMonto(t, v) || !std::isfinite(v) || v < c.minimo || v > c.maximo)
-            return campo + QStringLiteral(" NO ES VALIDO: DEBE SER UN NUMERO ENTRE ") + limitesTexto(c);
-        valor = v;
-        return {};
-    }
-    }
-    return campo + QStringLiteral(" NO ES VALIDO");
-}
-
 ConfiguracionGeneral::ConfiguracionGeneral(Context& ctx) : ctx_(ctx) {}
 
-std::optional<ValoresAjuste> ConfiguracionGeneral::cargar() {
+std::optional<ValoresCampos> ConfiguracionGeneral::cargar() {
     return intentar(ctx_, kVentana, [&] {
         return valoresDe(ctx_.servidor().query("select * from configuracion").first(), camposConfiguracion());
     });
 }
 
-bool ConfiguracionGeneral::escribir(const QString& tabla, const QVector<CampoAjuste>& campos,
-                                    const ValoresAjuste& valores, const QString& donde,
+bool ConfiguracionGeneral::escribir(const QString& tabla, const QVector<Campo>& campos,
+                                    const ValoresCampos& valores, const QString& donde,
                                     const Params& parametrosDonde) {
     // Every field first: one refusal and nothing is written.
     Params params;
     QStringList asignaciones;
-    for (const CampoAjuste& c : campos) {
+    for (const Campo& c : campos) {
         SqlValue v;
         const QString negado = validarCampo(c, valores.value(c.columna), v);
         if (!negado.isEmpty()) {
@@ -228,7 +141,7 @@ bool ConfiguracionGeneral::escribir(const QString& tabla, const QVector<CampoAju
     });
 }
 
-bool ConfiguracionGeneral::guardar(const ValoresAjuste& valores) {
+bool ConfiguracionGeneral::guardar(const ValoresCampos& valores) {
     if (!escribir(QStringLiteral("configuracion"), camposConfiguracion(), valores, QStringLiteral("id = 1"), {}))
         return false;
     proteger(ctx_, kVentana,
@@ -253,8 +166,8 @@ QStringList ConfiguracionGeneral::centros() {
     return out;
 }
 
-std::optional<ValoresAjuste> ConfiguracionGeneral::cargarGrupo(const QString& grupo) {
-    std::optional<ValoresAjuste> out;
+std::optional<ValoresCampos> ConfiguracionGeneral::cargarGrupo(const QString& grupo) {
+    std::optional<ValoresCampos> out;
     proteger(ctx_, kVentana, [&] {
         const Recordset rs = ctx_.servidor().query("select * from grupos where grupo = ? limit 1", {grupo});
         if (rs.empty()) {
@@ -266,7 +179,7 @@ std::optional<ValoresAjuste> ConfiguracionGeneral::cargarGrupo(const QString& gr
     return out;
 }
 
-bool ConfiguracionGeneral::guardarGrupo(const QString& grupo, const ValoresAjuste& valores, bool copiarAlCentro) {
+bool ConfiguracionGeneral::guardarGrupo(const QString& grupo, const ValoresCampos& valores, bool copiarAlCentro) {
     std::optional<QString> centro;
     proteger(ctx_, kVentana, [&] {
         const Recordset rs = ctx_.servidor().query("select ch from grupos where grupo = ? limit 1", {grupo});

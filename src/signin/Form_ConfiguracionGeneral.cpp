@@ -20,65 +20,6 @@
 
 namespace hipico {
 
-FormularioAjustes::FormularioAjustes(const QVector<CampoAjuste>& campos, QTabWidget* pestanasWidget) : lista_(campos) {
-    for (const QString& pestana : pestanas(campos)) {
-        auto* hoja = new QWidget;
-        auto* forma = new QFormLayout(hoja);
-        forma->setLabelAlignment(Qt::AlignRight);
-        for (const CampoAjuste& c : campos) {
-            if (c.pestana != pestana) continue;
-            QWidget* w = nullptr;
-            switch (c.tipo) {
-            case CampoAjuste::Tipo::Interruptor: w = new QCheckBox; break;
-            case CampoAjuste::Tipo::Opcion: {
-                auto* lista = new QComboBox;
-                lista->addItems(c.opciones);
-                w = lista;
-                break;
-            }
-            default: {
-                auto* caja = new QLineEdit;
-                // A text longer than its column is refused by name, so the box takes one more
-                // character than fits: the user is told instead of being stopped silently.
-                if (c.tipo == CampoAjuste::Tipo::Texto) caja->setMaxLength(c.largo + 1);
-                if (c.tipo == CampoAjuste::Tipo::Fecha) caja->setPlaceholderText(QStringLiteral("DD-MM-AAAA"));
-                w = caja;
-            }
-            }
-            w->setObjectName(c.columna);
-            EnterMovesOn::install(w);
-            forma->addRow(c.etiqueta, w);
-            campos_.insert(c.columna, w);
-            if (!primero_) primero_ = w;
-        }
-        auto* desliza = new QScrollArea;
-        desliza->setWidget(hoja);
-        desliza->setWidgetResizable(true);
-        pestanasWidget->addTab(desliza, pestana);
-    }
-}
-
-void FormularioAjustes::poner(const ValoresAjuste& valores) {
-    for (const CampoAjuste& c : lista_) {
-        QWidget* w = campos_.value(c.columna);
-        const QString v = valores.value(c.columna);
-        if (auto* s = qobject_cast<QCheckBox*>(w)) s->setChecked(v == QLatin1String("1"));
-        else if (auto* l = qobject_cast<QComboBox*>(w)) l->setCurrentIndex(v.toInt());
-        else if (auto* e = qobject_cast<QLineEdit*>(w)) e->setText(v);
-    }
-}
-
-ValoresAjuste FormularioAjustes::valores() const {
-    ValoresAjuste out;
-    for (const CampoAjuste& c : lista_) {
-        QWidget* w = campos_.value(c.columna);
-        if (auto* s = qobject_cast<QCheckBox*>(w)) out[c.columna] = s->isChecked() ? "1" : "0";
-        else if (auto* l = qobject_cast<QComboBox*>(w)) out[c.columna] = QString::number(l->currentIndex());
-        else if (auto* e = qobject_cast<QLineEdit*>(w)) out[c.columna] = e->text();
-    }
-    return out;
-}
-
 Form_ConfiguracionGeneral::Form_ConfiguracionGeneral(Context& ctx, QWidget* parent)
     : Ventana(ctx, parent, QStringLiteral("Form_ConfiguracionGeneral"), kTituloConfiguracion, Centrado::SegunAjuste),
       logica_(ctx) {
@@ -89,7 +30,7 @@ Form_ConfiguracionGeneral::Form_ConfiguracionGeneral(Context& ctx, QWidget* pare
 
     // System settings.
     auto* sistema = new QTabWidget;
-    ajustes_ = new FormularioAjustes(camposConfiguracion(), sistema);
+    ajustes_ = new FormularioCampos(camposConfiguracion(), sistema);
     auto* hojaSistema = new QWidget;
     auto* ls = new QVBoxLayout(hojaSistema);
     ls->addWidget(sistema, 1);
@@ -115,7 +56,7 @@ Form_ConfiguracionGeneral::Form_ConfiguracionGeneral(Context& ctx, QWidget* pare
     elegir->addStretch(1);
     lg->addLayout(elegir);
     auto* parametros = new QTabWidget;
-    grupo_ = new FormularioAjustes(camposGrupo(), parametros);
+    grupo_ = new FormularioCampos(camposGrupo(), parametros);
     lg->addWidget(parametros, 1);
     auto* guardarGrupo = boton(QStringLiteral("Guardar Parámetros"), "Boton_GuardarGrupo");
     auto* filaG = new QHBoxLayout;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "gui/Formulario.h"
 #include "gui/Ventana.h"
 #include "signin/ConfiguracionGeneral.h"
 
-#include <QMap>
 #include <QWidget>
 
 class QCheckBox;
@@ -14,23 +14,6 @@ class QTabWidget;
 namespace hipico {
 
 class Context;
-
-// The fields of a list of settings, laid out in one tab per group of
-// fields: a switch is a check box, a choice a list, anything else a box.
-class FormularioAjustes {
-public:
-    // Adds one tab per tab name of the fields to `pestanas`.
-    FormularioAjustes(const QVector<CampoAjuste>& campos, QTabWidget* pestanas);
-    void poner(const ValoresAjuste& valores);
-    ValoresAjuste valores() const;
-    QWidget* primero() const { return primero_; }
-    QWidget* campo(const QString& columna) const { return campos_.value(columna); }
-
-private:
-    QVector<CampoAjuste> lista_;
-    QMap<QString, QWidget*> campos_;
-    QWidget* primero_ = nullptr;
-};
 
 // The general configuration window: the system settings, the group
 // parameters (one group or every group of its centre), the purge of kept
@@ -48,8 +31,8 @@ public:
 
 private:
     ConfiguracionGeneral logica_;
-    FormularioAjustes* ajustes_ = nullptr;
-    FormularioAjustes* grupo_ = nullptr;
+    FormularioCampos* ajustes_ = nullptr;
+    FormularioCampos* grupo_ = nullptr;
     QComboBox* grupos_ = nullptr;
     QCheckBox* copiarCentro_ = nullptr;
     QLineEdit* fechaDepurar_ = nullptr;

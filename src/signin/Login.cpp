@@ -1,6 +1,6 @@
 #include "signin/Login.h"
 
-#include "core/Cipher.h"
+#include "core/Claves.h"
 #include "core/Connections.h"
 #include "core/Context.h"
 #include "core/Formato.h"
@@ -11,7 +11,7 @@
 #include "core/RegistroErrores.h"
 #include "core/Version.h"
 
-#include <stdexcept>
+#include <QDateTime>
 
 namespace hipico {
 
@@ -43,6 +43,40 @@ bool Login::usaReportes() const {
     return !(s.nivel == Remate && s.subastas == 2);
 }
 
+namespace {
+const char* const kFormatoRetencion = "yyyy-MM-dd hh:mm:ss";
+}  // namespace
+
+int Login::minutosRetenida(Db& db, const QString& usuario) const {
+    const Recordset rs = db.query("SELECT retenida_hasta FROM intentos_sesion WHERE usuario = ?", {usuario});
+    if (rs.empty()) return 0;
+    const QDateTime hasta = QDateTime::fromString(rs.first().text("retenida_hasta"), kFormatoRetencion);
+    const qint64 segundos = hasta.isValid() ? ctx_.clock.now().secsTo(hasta) : 0;
+    return segundos > 0 ? int((segundos + 59) / 60) : 0;
+}
+
+bool Login::contarFallo(Db& db, const QString& usuario) const {
+    const Session& s = ctx_.session;
+    const int maximo = static_cast<int>(s.ajuste("intentos_clave"));
+    const int minutos = static_cast<int>(s.ajuste("minutos_bloqueo"));
+    if (maximo <= 0 || minutos <= 0) return false;
+    // Two machines failing at once count both failures: the user's row is locked.
+    return db.inTransaction([&] {
+        db.exec("INSERT INTO intentos_sesion (usuario, fallidos) VALUES (?, 0) "
+                "ON DUPLICATE KEY UPDATE usuario = usuario",
+                {usuario});
+        const long long fallidos =
+            Row::toInteger(db.scalar("SELECT fallidos FROM intentos_sesion WHERE usuario = ? FOR UPDATE", {usuario})) + 1;
+        if (fallidos < maximo) {
+            db.exec("UPDATE intentos_sesion SET fallidos = ? WHERE usuario = ?", {fallidos, usuario});
+            return false;
+        }
+        const QString hasta = ctx_.clock.now().addSecs(qint64(minutos) * 60).toString(kFormatoRetencion);
+        db.exec("UPDATE intentos_sesion SET fallidos = 0, retenida_hasta = ? WHERE usuario = ?", {hasta, usuario});
+        return true;
+    });
+}
+
 Login::Resultado Login::iniciar(const QString& usuario, const QString& clave) {
     // A fresh session for every attempt: nothing of a refused attempt stays.
     ctx_.session = Session();
@@ -66,18 +100,22 @@ Login::Resultado Login::iniciar(const QString& usuario, const QString& clave) {
     }
     cargarIdentidad(s, usuarios.first());
 
-    // The lookup ignores case; the sign-in does not. An empty password is
-    // never a password, and the cipher's key is only a key.
-    QString descifrada;
-    try {
-        descifrada = Desencriptar(s.clave, kClaveMaestra);
-    } catch (const std::range_error&) {
-        descifrada.clear();
+    // An account held after too many failures is refused whatever is typed.
+    if (const int minutos = minutosRetenida(db, s.usuario); minutos > 0) {
+        ctx_.dialogs.refuse(kTituloInicioSesion, kCuentaEnEspera.arg(minutos));
+        return Resultado::CuentaRetenida;
     }
-    if (clave.isEmpty() || descifrada != clave || s.usuario != usuario) {
+    // The lookup ignores case; the sign-in does not. The stored password is
+    // enciphered or hashed; an empty password is never a password.
+    if (!claveCorrecta(s.clave, clave) || s.usuario != usuario) {
+        if (contarFallo(db, s.usuario)) {
+            ctx_.dialogs.refuse(kTituloInicioSesion, kCuentaRetenida.arg(s.ajuste("minutos_bloqueo")));
+            return Resultado::CuentaRetenida;
+        }
         ctx_.dialogs.refuse(kTituloInicioSesion, kClaveNoValida);
         return Resultado::ClaveInvalida;
     }
+    db.exec("DELETE FROM intentos_sesion WHERE usuario = ?", {s.usuario});
 
     const Recordset grupo = db.query("select * from grupos where grupo=?  ", {s.grupo});
     if (!grupo.empty()) cargarGrupoUsuario(s, grupo.first());

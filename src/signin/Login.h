@@ -5,8 +5,11 @@
 namespace hipico {
 
 class Context;
+class Db;
 
-// The sign-in: checks a user name and password against usuarios, applies the
+// The sign-in: checks a user name and password against usuarios (the
+// password in either stored form, see core/Claves.h), holds an account for
+// some minutes after the configured number of failures, applies the
 // one-computer rule and the suspended-account rule, fills the session's
 // identity, opens the local report connection for the levels that use
 // reports and records the login.
@@ -19,6 +22,7 @@ public:
         ClaveInvalida,     // wrong password or user name typed in another case: try again
         SesionEnOtraPc,    // the account is in use on another computer: the program ends
         CuentaSuspendida,  // the account is suspended: the program ends
+        CuentaRetenida,    // too many failed sign-ins: the account waits some minutes; try later
         Error,             // a database error, shown to the user: try again
     };
 
@@ -32,7 +36,7 @@ public:
     }
     // Whether the focus goes back to the password box after that outcome.
     static bool vuelveAClave(Resultado r) {
-        return r == Resultado::UsuarioInvalido || r == Resultado::ClaveInvalida;
+        return r == Resultado::UsuarioInvalido || r == Resultado::ClaveInvalida || r == Resultado::CuentaRetenida;
     }
 
     // The network label's text.
@@ -48,6 +52,10 @@ public:
 private:
     Resultado iniciar(const QString& usuario, const QString& clave);
     bool usaReportes() const;
+    // Failed sign-ins: the minutes an account is still held (0: not held),
+    // one more failure (true when it starts a hold), and a clean slate.
+    int minutosRetenida(Db& db, const QString& usuario) const;
+    bool contarFallo(Db& db, const QString& usuario) const;
 
     Context& ctx_;
 };
@@ -61,6 +69,10 @@ inline const QString kSesionAbierta =
 inline const QString kTituloCobranza = QStringLiteral("DEPARTAMENTO DE COBRANZA");
 inline const QString kCuentaSuspendida =
     QStringLiteral("Su cuenta se encuetra suspendida,Comuniquese con el Administrador");
+inline const QString kCuentaRetenida =
+    QStringLiteral("DEMASIADOS INTENTOS FALLIDOS. LA CUENTA QUEDA RETENIDA POR %1 MINUTOS");
+inline const QString kCuentaEnEspera =
+    QStringLiteral("LA CUENTA ESTA RETENIDA POR INTENTOS FALLIDOS. INTENTE DE NUEVO EN %1 MINUTOS");
 inline const QString kTituloBDLocal = QStringLiteral("BASE DE DATOS LOCAL");
 inline const QString kSinBDLocal = QStringLiteral(
     "NO SE PUDO ABRIR LA BASE DE DATOS LOCAL DE REPORTES. PUEDE CREARLA DESDE EL MENU SISTEMA, "

@@ -82,6 +82,8 @@ const QVector<EntradaMenu>& entradasMenu() {
         {"grupos_menu", "Grupos", kSistema, admin(), {AdministradorOculto, Administrador}, {}},
         {"cu_menu", "Usuarios", kSistema, admin(), {AdministradorOculto, Administrador}, {}},
         {"User_gere", "Usuarios del Centro", kSistema, admin({Gerente}), {}, {}},
+        {"bancos_menu", "Bancos", kSistema, admin(), {AdministradorOculto, Administrador}, {}},
+        {"tipos_operacion_menu", "Tipos de Operación", kSistema, admin(), {AdministradorOculto, Administrador}, {}},
         {"ch_menu_grupo", "Cambiar de Grupo", kSistema, admin({Socio, Gerente, Supervisor}), {}, {}},
         {"configuracion_menu", "Configuración General", kSistema, admin(), {AdministradorOculto, Administrador}, {}},
         {"pimp_menu", "Configuración de Impresión", kSistema, todosLosNiveles(), {}, {}},

@@ -129,7 +129,7 @@ MenuPrincipal::Anulacion MenuPrincipal::AnularBoleto() {
 }
 
 bool MenuPrincipal::BorrarBDLocal() {
-    if (!ctx_.dialogs.confirm(kTituloConfirmar, kBorrarBDLocal, true)) return false;
+    if (!ctx_.dialogs.confirm(texto::TituloConfirmar, kBorrarBDLocal, true)) return false;
     return proteger(ctx_, kTituloMenu, [&] {
         // A machine whose local schema was never created (or was lost) has no
         // local connection: the schema is dropped, if there, on the server.

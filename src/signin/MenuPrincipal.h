@@ -83,7 +83,6 @@ inline const QString kTituloMensajeAdmin = QStringLiteral("ATENCION MENSAJE DEL 
 inline const QString kTituloActualizacion = QStringLiteral("Actualización de Sistema");
 inline const QString kNuevaVersion =
     QStringLiteral("Ya existe una nueva versión del sistema, ¿desea descargarla ahora?");
-inline const QString kTituloConfirmar = QStringLiteral("confirmar");
 inline const QString kBorrarBDLocal = QStringLiteral(" ¿Esta usted seguro de querer borrar la bd local?");
 inline const QString kBDLocalBorrada = QStringLiteral("Se ha borrado con exito la bd local");
 inline const QString kTituloSalir = QStringLiteral("SALIR DEL SISTEMA");

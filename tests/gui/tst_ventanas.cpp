@@ -53,6 +53,10 @@ const QVector<Caso>& casos() {
         {"Form_CambiarGrupo", "ch_menu_grupo", "admin", "lstGrupos", true},
         {"Form_ConfiguracionGeneral", "configuracion_menu", "admin", "fecha", true},
         {"Form_Admin_Win", "cg_menu", "admin", "carrera", true},
+        {"Form_Hipicos", "ch_menu_principal", "admin", "Grilla", true},
+        {"Form_Usuarios", "cu_menu", "admin", "Grilla", true},
+        {"Form_IngresoJugadas", "m_clientesj", "taquilla1", "Text_Bus2", true},
+        {"Form_Bancos", "bancos_menu", "admin", "Grilla", true},
     };
     return todos;
 }
@@ -98,6 +102,19 @@ const QVector<Fallo>& fallos() {
          "configuracion"},
         {"Form_CambiarGrupo", "DROP TABLE grupos", false,
          [](QWidget* w) { QTest::keyClick(w->findChild<QWidget*>("lstGrupos"), Qt::Key_Return); }, false, "grupos"},
+        // The record of the row chosen is read when the row is chosen.
+        {"Form_Hipicos", "DROP TABLE grupos", false,
+         [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("Boton_Ultimo"), Qt::LeftButton); }, false,
+         "grupos"},
+        {"Form_Usuarios", "DROP TABLE usuarios", false,
+         [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("Boton_Siguiente"), Qt::LeftButton); }, false,
+         "usuarios"},
+        {"Form_IngresoJugadas", "DROP TABLE clientes", false,
+         [](QWidget* w) {
+             escribir(w, "Text_Bus2", "CARLOS");
+             QTest::keyClick(w->findChild<QWidget*>("Text_Bus2"), Qt::Key_Return);
+         },
+         false, "clientes"},
         {"frmLogin", "DROP TABLE usuarios", false,
          [](QWidget* w) {
              escribir(w, "txtUserName", "admin");

@@ -421,7 +421,7 @@ private slots:
         QVERIFY(saldo >= 0);
         QVERIFY(saldo < 70);  // the balance was spent down to less than one more play
         QCOMPARE(numberOf(db(), "SELECT count(*) FROM ma_principal"),
-                 numberOf(db(), "SELECT count(*) FROM jugadas_clientes WHERE monto < 0"));
+                 numberOf(db(), "SELECT count(*) FROM jugadas_clientes WHERE monto < 0 AND id_cliente=1"));
     }
 };
 

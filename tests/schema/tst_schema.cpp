@@ -75,6 +75,13 @@ private slots:
             MovimientoCliente{1, -15, " Ganadores", 2, 7, 1, "07112310", "2026-11-23", "10:15:00", "CARRERA 3"}.insercion(),
             auditoriaGanadores(1, 0),
             resultadoTaquilla("LOS PINOS", "23-11-2026", 90, 60, 30, 10),
+            UsuarioNuevo{"cajero", "clave", "CAJERO UNO", "Taquilla", "07", "LOS PINOS", "Activo", "2026-11-23"}
+                .insercion(),
+            lineaEstadoCliente(Row(std::make_shared<Columns>(QStringList{"ID", "MONTO", "FECHA", "HORA", "OPERACION",
+                                                                         "CLIENTE", "TIPO", "NUMERO", "USUARIO",
+                                                                         "BANCO", "observacion"}),
+                                   {1, -15.5, "2026-11-23", "10:15:00", "Ganadores", "CARLOS LÓPEZ", "JUGADA",
+                                    "07112310", "TAQUILLA UNO", "EFECTIVO", "CARRERA 3 CABALLO 5"})),
         };
         return m;
     }

@@ -2,6 +2,7 @@
 // alone, and the real window driven from the keyboard.
 #include "app/Ventanas.h"
 #include "core/Cipher.h"
+#include "core/Claves.h"
 #include "core/Connections.h"
 #include "core/Network.h"
 #include "core/Version.h"
@@ -83,6 +84,7 @@ class TstLogin : public QObject {
         env->db().exec("update usuarios set fecha_ingreso='', hora_ingreso='', mac='', ip_pc='', version='', "
                        "estatus='Activo'");
         env->db().exec("update grupos set bloqueo=1, subastas=2");
+        env->db().exec("delete from intentos_sesion");
         env->ctx.cnLocal.reset();
         env->ctx.cnServidor.reset();
         env->ctx.session = Session();
@@ -171,6 +173,17 @@ private slots:
             << "taquilla1" << "taq123"
             << "update usuarios set estatus='Baja', mac='" + kOtraPc + "', fecha_ingreso=? where usuario='taquilla1'"
             << int(R::SesionEnOtraPc) << kTituloSesionAbierta << kSesionAbierta << false;
+        // Passwords stored as one-way hashes sign in beside the enciphered ones.
+        const QString hash = guardarClave("taq123", FormaClave::Argon2id);
+        const QString conHash = "update usuarios set clave='" + hash + "' where usuario='taquilla1' and ? <> ''";
+        QTest::newRow("password kept as a one-way hash")
+            << "taquilla1" << "taq123" << conHash << int(R::Aceptado) << nada << nada << false;
+        QTest::newRow("wrong password against a hash")
+            << "taquilla1" << "taq124" << conHash << int(R::ClaveInvalida) << kTituloInicioSesion << kClaveNoValida
+            << false;
+        QTest::newRow("hash, name in another case")
+            << "TAQUILLA1" << "taq123" << conHash << int(R::ClaveInvalida) << kTituloInicioSesion << kClaveNoValida
+            << false;
         QTest::newRow("suspended, wrong password")
             << "gerente" << "x" << "update usuarios set estatus='Baja' where usuario='gerente' and ? <> ''"
             << int(R::ClaveInvalida) << kTituloInicioSesion << kClaveNoValida << false;
@@ -228,6 +241,43 @@ private slots:
             // Signing one user in does not load the whole users table.
             QVERIFY(!env->ctx.hasRecordset("rsUsuarios"));
         }
+    }
+
+    // After the configured number of failures in a row the account is held
+    // for the configured minutes, whatever is typed; other accounts and
+    // unknown names are not affected, and a good sign-in starts the count again.
+    void retencion() {
+        env->db().exec("update configuracion set intentos_clave=3, minutos_bloqueo=10");
+        const QDateTime inicio = env->clock.now();
+        Login login(env->ctx);
+        login.mac = kEstaPc;
+        using R = Login::Resultado;
+        auto intento = [&](const char* usuario, const char* clave, R esperado, const QString& texto) {
+            env->dialogs.clear();
+            QCOMPARE(login.IniciarSesion(usuario, clave), esperado);
+            if (!texto.isEmpty()) QCOMPARE(env->dialogs.last().text, texto);
+        };
+        intento("taquilla1", "x", R::ClaveInvalida, kClaveNoValida);
+        intento("TAQUILLA1", "taq123", R::ClaveInvalida, kClaveNoValida);
+        intento("nadie", "x", R::UsuarioInvalido, kUsuarioNoValido);
+        intento("taquilla1", "y", R::CuentaRetenida, kCuentaRetenida.arg(10));
+        QCOMPARE(env->dialogs.last().title, kTituloInicioSesion);
+        intento("taquilla1", "taq123", R::CuentaRetenida, kCuentaEnEspera.arg(10));
+        intento("taquilla2", "taq123", R::Aceptado, {});
+        env->clock.advance(9 * 60 + 1);
+        intento("taquilla1", "taq123", R::CuentaRetenida, kCuentaEnEspera.arg(1));
+        env->clock.advance(59);
+        intento("taquilla1", "taq123", R::Aceptado, {});
+        intento("taquilla1", "x", R::ClaveInvalida, kClaveNoValida);
+        intento("taquilla1", "x", R::ClaveInvalida, kClaveNoValida);
+        intento("taquilla1", "taq123", R::Aceptado, {});
+        // With no count set nobody is held.
+        env->db().exec("update configuracion set intentos_clave=0");
+        for (int i = 0; i < 5; ++i) intento("taquilla1", "x", R::ClaveInvalida, kClaveNoValida);
+        intento("taquilla1", "taq123", R::Aceptado, {});
+        env->db().exec("update configuracion set intentos_clave=5, minutos_bloqueo=15");
+        env->clock.set(inicio);
+        env->dialogs.clear();
     }
 
     void identidadYSubgrupo() {

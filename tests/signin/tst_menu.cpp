@@ -182,13 +182,15 @@ private slots:
 
     // Every entry is shown to some level, and every allow-listed level sees its entry.
     void tablaCompleta() {
-        QCOMPARE(entradasMenu().size(), 44);
+        QCOMPARE(entradasMenu().size(), 46);
         for (const EntradaMenu& e : entradasMenu()) {
             QVERIFY2(!e.niveles.isEmpty(), qPrintable(e.nombre));
             QVERIFY(e.niveles.contains("Administrador"));
             for (const QString& n : e.niveles) QVERIFY2(todosLosNiveles().contains(n), qPrintable(n));
         }
         QVERIFY(buscarEntrada("abrir_cerrar_menu"));
+        for (const char* e : {"bancos_menu", "tipos_operacion_menu"})
+            QCOMPARE(buscarEntrada(e)->permitidos, (QStringList{"Administrador Oculto", "Administrador"}));
         QCOMPARE(buscarEntrada("ch_menu_principal")->permitidos,
                  (QStringList{"Administrador Oculto", "Administrador", "Admin_TF", "Supervisor"}));
     }
