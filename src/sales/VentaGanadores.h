@@ -7,6 +7,7 @@
 
 #include <QString>
 #include <QVector>
+#include <memory>
 #include <optional>
 
 namespace hipico {
@@ -36,6 +37,9 @@ public:
     // client's user name ("" = no client).
     Venta procesarVenta(const QString& carrera, const QString& caballo, const QString& monto,
                         const QString& cliente = {});
+    // A sale whose connection broke is still to be looked up: the next
+    // procesarVenta does it first.
+    bool ventaIncierta() const { return incierta_ != nullptr; }
     // The password frame (MostrarFrameClave) is waiting for the supervisor.
     bool esperandoClave() const { return pendiente_.has_value(); }
     // Text_Clave + Enter: the refused sale is finished by the password path
@@ -100,6 +104,8 @@ private:
         Row grupo;
     };
     std::optional<Pendiente> pendiente_;
+    // A sale whose connection broke before its outcome could be found out.
+    std::shared_ptr<VentaGanador> incierta_;
     std::optional<Consulta> porCobrar_;
 };
 
