@@ -45,6 +45,13 @@ class TstCortes : public QObject {
         QCOMPARE(env->dialogs.last().title, kConexion);
         QCOMPARE(env->dialogs.last().text, texto);
     }
+    // The two places of the cut, and whether the server kept the work.
+    static void dondeSeCorta(const char* guardado) {
+        QTest::addColumn<CorteRed::Corte>("corte");
+        QTest::addColumn<bool>(guardado);
+        QTest::newRow("answer lost") << CorteRed::Corte::TrasCommit << true;
+        QTest::newRow("commit lost") << CorteRed::Corte::AntesCommit << false;
+    }
     // Every stored ticket has its code and its sale keys.
     void boletosCompletos() {
         for (const Row& b : directo->query("SELECT * FROM ma_principal")) {
@@ -75,12 +82,7 @@ private slots:
         cerrarDialogos(env->dialogs);
     }
 
-    void ventaCortada_data() {
-        QTest::addColumn<CorteRed::Corte>("corte");
-        QTest::addColumn<bool>("guardada");
-        QTest::newRow("answer lost") << CorteRed::Corte::TrasCommit << true;
-        QTest::newRow("commit lost") << CorteRed::Corte::AntesCommit << false;
-    }
+    void ventaCortada_data() { dondeSeCorta("guardada"); }
     // The connection breaks at the sale's COMMIT: the booth finds out by the
     // token and says so once; a ticket is printed exactly when it is stored.
     void ventaCortada() {
@@ -110,12 +112,7 @@ private slots:
         QVERIFY(env->dialogs.shown().isEmpty());
     }
 
-    void ventaSinServidor_data() {
-        QTest::addColumn<CorteRed::Corte>("corte");
-        QTest::addColumn<bool>("guardada");
-        QTest::newRow("answer lost") << CorteRed::Corte::TrasCommit << true;
-        QTest::newRow("commit lost") << CorteRed::Corte::AntesCommit << false;
-    }
+    void ventaSinServidor_data() { dondeSeCorta("guardada"); }
     // The server stays out of reach after the cut: the sale cannot be looked
     // up, the booth says the connection failed and prints nothing; the next
     // sale, once the server answers, settles it first.
@@ -154,12 +151,7 @@ private slots:
         boletosCompletos();
     }
 
-    void cobroCortado_data() {
-        QTest::addColumn<CorteRed::Corte>("corte");
-        QTest::addColumn<bool>("pagado");
-        QTest::newRow("answer lost") << CorteRed::Corte::TrasCommit << true;
-        QTest::newRow("commit lost") << CorteRed::Corte::AntesCommit << false;
-    }
+    void cobroCortado_data() { dondeSeCorta("pagado"); }
     // A payment cut at its COMMIT: the ticket's status tells the booth.
     void cobroCortado() {
         QFETCH(CorteRed::Corte, corte);
