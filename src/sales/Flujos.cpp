@@ -218,9 +218,11 @@ std::optional<double> cobrar(Context& ctx, const QString& ventana, const Juego& 
             hacia = numeroDe(std::get<const Pagable*>(d)->pagado);
             monto = b->number("cobrado");
             // The status moves once: a row already moved by another booth is not counted.
-            const long long movidos = db.exec(sql({"Update ", juego.tabla, " set estatus=?,fecha_cobro=? Where ",
-                                                   juego.codigo, " = ? and numero = ? and estatus = ?"}),
-                                              {hacia, hoy, consulta.codigo, consulta.numero, de});
+            // By the key alone: the code was checked on the locked row, and a condition
+            // on the code lets the server reach the row through the code's index.
+            const long long movidos = db.exec(
+                sql({"Update ", juego.tabla, " set estatus=?,fecha_cobro=? Where numero = ? and estatus = ? limit 1"}),
+                {hacia, hoy, consulta.numero, de});
             if (movidos != 1) return {Aviso{Icon::Critical, juego.tituloCobro, texto::BoletoYaPagado}};
             db.exec(sql({"Update ", juego.copia, " set estatus=?,fecha_cobro=? Where ", juego.codigo,
                          " = ? and estatus = ?"}),
@@ -284,8 +286,8 @@ ResultadoAnulacion anular(Db& db, const Juego& juego, long long numero, const Re
         if (r.noSiVentaCerrada && juego.ventaCerrada && juego.ventaCerrada(db, *b))
             return ResultadoAnulacion::VentaCerrada;
         insertar(db, juego.anotacion(*b, motivo, usuario, Estatus::Anulado));
-        db.exec(sql({"delete from  ", juego.tabla, "  Where ", juego.codigo, " = ? and numero = ? limit 1 "}),
-                {b->text(juego.codigo), numero});
+        // By the key alone, as the row was locked (see cobrar).
+        db.exec(sql({"delete from  ", juego.tabla, "  Where numero = ? limit 1 "}), {numero});
         return ResultadoAnulacion::Anulado;
     });
 }

@@ -286,6 +286,27 @@ private slots:
         QCOMPARE(numberOf(db(), QString("SELECT premios FROM %1").arg(j().totales).toStdString()), premios);
     }
 
+    // The payment takes the ticket by its key alone: another transaction
+    // holding the ticket's entry in the code's index does not hold it up.
+    void cobroPorLaClave() {
+        c = cabina("ganadores", env->ctx);
+        const QString codigo = boleto({}, true);
+        QVERIFY(c->consultar(codigo).pagable);
+        auto otro = env->connect();
+        otro->begin();
+        otro->query("SELECT nu_boleto FROM ma_principal FORCE INDEX (ix_ma_principal_boleto) WHERE nu_boleto = ? "
+                    "LOCK IN SHARE MODE",
+                    {codigo});
+        QElapsedTimer reloj;
+        reloj.start();
+        const bool pagado = c->cobrar();
+        const qint64 espera = reloj.elapsed();
+        otro->rollback();
+        QVERIFY(pagado);
+        QVERIFY2(espera < 2000, qPrintable(QString("%1 ms").arg(espera)));
+        env->dialogs.clear();
+    }
+
     void pagoContraEscritorio_data() {
         QTest::addColumn<QString>("accion");
         QTest::newRow("void by number") << "anular por numero";
