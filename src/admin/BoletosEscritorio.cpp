@@ -21,8 +21,8 @@ const QString kTituloAuditoria = QStringLiteral("Auditoria del Sistema");
 constexpr int kJuegoGanadores = 1;
 constexpr int kMonedaLocal = 0;
 
-// The desk's void: a paid ticket stays; the administrator's codes void a
-// ticket of a processed race, recorded as voided by the administrator.
+// The desk's void: a paid ticket stays; a ticket of a processed race goes
+// only with an administrator's code, recorded as voided by the administrator.
 PuntoAnulacion puntoEscritorio() {
     PuntoAnulacion p;
     p.ventana = kVentanaEscritorio;
@@ -30,8 +30,6 @@ PuntoAnulacion puntoEscritorio() {
     p.tituloMotivo = texto::TituloMotivoAnulacion;
     p.noEncontrado = texto::BoletoNoAnulableSinCodigo;
     p.nuncaLiquidados = true;
-    p.codigosAdmin = {QStringLiteral("QWPLR850264"), QStringLiteral("KTR384")};
-    p.motivoAdmin = QStringLiteral("ELIMINADO POR EL ADMIN");
     return p;
 }
 
@@ -40,12 +38,16 @@ PuntoAnulacion puntoEscritorio() {
 bool BoletosEscritorio::anularPorNumero(long long numero) {
     PuntoAnulacion p = puntoEscritorio();
     p.pideCodigo = false;
+    // The void by number names one code of its own.
+    p.codigosAdmin = {QStringLiteral("QWPLR850264")};
     return anularBoleto(ctx_, juegoGanadores(), p, numero) == ResultadoAnulacion::Anulado;
 }
 
 bool BoletosEscritorio::anularPorCodigo() {
     PuntoAnulacion p = puntoEscritorio();
     p.avisaSinMotivo = true;
+    // Either administrator's code voids a ticket of a processed race by its code.
+    p.codigosAdmin = codigosAdministrador();
     // The administrator sees whose ticket it is before it goes.
     p.confirmar = [this, &p](Db& d, const Row& b) {
         const Recordset g = d.query("SELECT ch FROM grupos WHERE grupo = ?", {b.text("grupo")});
@@ -72,11 +74,11 @@ bool BoletosEscritorio::cambiarBoleto(long long numero, const QString& motivoIni
     }
     return guardado([&] {
         const auto motivo = ctx_.dialogs.ask(QStringLiteral("MOTIVO DEL CAMBIO"), texto::IngreseMotivo, motivoInicial);
-        if (!motivo || motivo->trimmed().isEmpty()) return false;
+        if (!motivo || motivo->trimmed().isEmpty() || !motivoCabe(ctx_, motivo->trimmed())) return false;
         Db& d = db();
         const QString negado = d.inTransaction([&] {
             const auto b = bloquearBoleto(d, juegoGanadores(), numero);
-            return b ? cambio(*b, motivo->trimmed().left(kLargoMotivo)) : texto::VerifiqueNumeroBoleto;
+            return b ? cambio(*b, motivo->trimmed()) : texto::VerifiqueNumeroBoleto;
         });
         if (!negado.isEmpty()) {
             ctx_.dialogs.refuse(kTituloAdmin, negado);
@@ -139,16 +141,18 @@ bool BoletosEscritorio::renumerar(long long numero) {
             return false;
         }
         Db& d = db();
-        const bool libre = d.inTransaction([&] {
+        const QString negado = d.inTransaction([&] {
+            // The ticket's row first, as every change of a ticket takes it; then the new code.
+            if (!bloquearBoleto(d, juegoGanadores(), numero)) return texto::VerifiqueNumeroBoleto;
             if (Row::toInteger(d.scalar("SELECT count(*) FROM ma_principal Where nu_boleto = ? and numero <> ? "
                                         "FOR UPDATE",
                                         {c, numero})) > 0)
-                return false;
+                return QStringLiteral("EL CODIGO YA PERTENECE A OTRO BOLETO");
             d.exec("update ma_principal set nu_boleto= ? Where   numero = ? limit 1   ", {c, numero});
-            return true;
+            return QString();
         });
-        if (!libre) {
-            ctx_.dialogs.refuse(kTituloAdmin, QStringLiteral("EL CODIGO YA PERTENECE A OTRO BOLETO"));
+        if (!negado.isEmpty()) {
+            ctx_.dialogs.refuse(kTituloAdmin, negado);
             return false;
         }
         ctx_.dialogs.inform(kTituloAdmin, texto::BoletoModificado);

@@ -15,8 +15,6 @@ namespace {
 // The horses a centre has limits for.
 constexpr int kCaballos = 16;
 const QString kTituloCupos = QStringLiteral("Cupos de Venta");
-// The largest value a field of the rule takes.
-constexpr double kCampoMaximo = 1e9;
 const QString kTituloDividendos = QStringLiteral("Administración de Dividendos");
 
 // The centre's row for the track of a table of rules, created empty when missing.
@@ -117,7 +115,7 @@ bool ReglaCentro::guardar(const Seleccion& s, const QMap<QString, QString>& camp
     auto leer = [&](const QString& c, Params& params) {
         const QString t = campos.value(c, QStringLiteral("0")).trimmed();
         double v = 0;
-        bool ok = leerMonto(t.isEmpty() ? QStringLiteral("0") : t, v) && std::abs(v) <= kCampoMaximo;
+        bool ok = leerMonto(t.isEmpty() ? QStringLiteral("0") : t, v) && std::abs(v) <= kMontoMaximo;
         if (ok && columnaEntera(c)) ok = v == std::floor(v);
         if (!ok) {
             ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, QStringLiteral("EL CAMPO %1 NO ES VALIDO").arg(c.toUpper()));

@@ -8,12 +8,6 @@
 
 namespace hipico {
 
-namespace {
-
-constexpr double kMontoMaximo = 1e9;
-
-}  // namespace
-
 bool Seleccion::centroElegido() const { return !esTodos(centro); }
 bool Seleccion::grupoElegido() const { return !esTodos(grupo); }
 

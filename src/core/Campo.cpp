@@ -89,8 +89,7 @@ QString validarCampo(const Campo& c, const QString& entrada, SqlValue& valor) {
     switch (c.tipo) {
     case T::Texto:
     case T::Clave:
-        if (t.size() > c.largo)
-            return campo + QStringLiteral(" ES DEMASIADO LARGO: MAXIMO %1 CARACTERES").arg(c.largo);
+        if (const QString largo = textoDemasiadoLargo(campo, t, c.largo); !largo.isEmpty()) return largo;
         valor = t;
         return {};
     case T::Lista:

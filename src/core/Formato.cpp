@@ -120,4 +120,10 @@ QDate desdeFechaSql(const QString& texto) {
 }
 QString horaTexto(const QTime& hora) { return hora.toString(QStringLiteral("hh:mm:ss")); }
 
+QString textoDemasiadoLargo(const QString& nombre, const QString& texto, int maximo) {
+    // The column counts characters, not UTF-16 units.
+    if (texto.toUcs4().size() <= maximo) return {};
+    return nombre + QStringLiteral(" ES DEMASIADO LARGO: MAXIMO %1 CARACTERES").arg(maximo);
+}
+
 }  // namespace hipico

@@ -29,6 +29,15 @@ QString formatoMoneda(double monto);
 // Amount as shown by a window: dollars when the dollar display is on, else the local currency.
 QString formatoMonto(double monto, bool enDolares);
 
+// The largest amount or count the program takes from what a user types (a
+// bet, a limit, a payout, a setting): anything larger is a typing mistake, not
+// a real figure, and is refused.
+constexpr double kMontoMaximo = 1e9;
+
+// The refusal of a typed text longer than the column it goes into, "" when
+// it fits: `nombre` + " ES DEMASIADO LARGO: MAXIMO n CARACTERES".
+QString textoDemasiadoLargo(const QString& nombre, const QString& texto, int maximo);
+
 // Amount typed with a decimal comma, as a number ("1500,50" gives 1500.5).
 // Returns false when the text is empty or not a number.
 bool leerMonto(const QString& texto, double& monto);

@@ -46,4 +46,17 @@ private:
 
 using Params = std::vector<SqlValue>;
 
+// User text inside a LIKE pattern, to match literally: "%", "_" and the
+// escape character "!" itself are escaped with "!". Statements that use it
+// say so: "... like concat('%', ?, '%') ESCAPE '!'".
+inline QString literalLike(const QString& texto) {
+    QString out;
+    out.reserve(texto.size());
+    for (const QChar c : texto) {
+        if (c == QLatin1Char('%') || c == QLatin1Char('_') || c == QLatin1Char('!')) out += QLatin1Char('!');
+        out += c;
+    }
+    return out;
+}
+
 }  // namespace hipico

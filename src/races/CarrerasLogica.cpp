@@ -17,6 +17,8 @@ namespace {
 const QString kTituloCaballos = QStringLiteral("Mantenimiento de Caballos");
 const QString kTituloMantenimiento = QStringLiteral("Mantenimiento del Sistema");
 const QString kTituloTransferencia = QStringLiteral("Administración de Sistemas");
+// A horse's name in carreras.caballo and caballos.nombre.
+constexpr int kLargoNombre = 100;
 
 Row configuracion(Context& ctx) {
     AbrirConfiguracion(ctx);
@@ -51,6 +53,11 @@ bool CarrerasLogica::aceptar(const EntradaCaballo& e) {
                             QStringLiteral("EL NUMERO DE CARRERA O DE CABALLO NO ES VALIDO"));
         return false;
     }
+    if (const QString largo = textoDemasiadoLargo(QStringLiteral("EL NOMBRE DEL CABALLO"), e.caballo, kLargoNombre);
+        !largo.isEmpty()) {
+        ctx_.dialogs.refuse(texto::TituloVerifiqueNuevamente, largo);
+        return false;
+    }
     Db& db = ctx_.servidor();
     db.exec("INSERT INTO carreras (fecha, carrera, caballo, nu_caballo, retirado, id_hipodromo, apuesta_max_win, "
             "valor_tf, estado) VALUES (?, ?, ?, ?, 0, ?, ?, 0, 0)",
@@ -60,8 +67,9 @@ bool CarrerasLogica::aceptar(const EntradaCaballo& e) {
 }
 
 Recordset CarrerasLogica::buscarCaballos(const QString& texto) {
-    return ctx_.servidor().query("SELECT nombre FROM caballos Where nombre like ?",
-                                 {QStringLiteral("%") + texto + QStringLiteral("%")});
+    // What was typed matches literally: "%" and "_" are letters of a name here.
+    return ctx_.servidor().query("SELECT nombre FROM caballos Where nombre like concat('%', ?, '%') ESCAPE '!'",
+                                 {literalLike(texto)});
 }
 
 bool CarrerasLogica::eliminarCaballo(const QString& nombre) {
@@ -71,8 +79,9 @@ bool CarrerasLogica::eliminarCaballo(const QString& nombre) {
     }
     // "The first match" is the oldest name: the order makes it the same row on
     // every server (and on every node of a cluster).
-    ctx_.servidor().exec("DELETE  FROM caballos Where nombre like ? ORDER BY id_caballo LIMIT 1",
-                         {QStringLiteral("%") + nombre + QStringLiteral("%")});
+    ctx_.servidor().exec(
+        "DELETE  FROM caballos Where nombre like concat('%', ?, '%') ESCAPE '!' ORDER BY id_caballo LIMIT 1",
+        {literalLike(nombre)});
     ctx_.dialogs.inform(kTituloCaballos, QStringLiteral("Caballo Eliminado con Exito"));
     return true;
 }

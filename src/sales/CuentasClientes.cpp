@@ -17,8 +17,6 @@ namespace {
 
 // Half a thousandth: amounts are compared to the cent.
 constexpr double kTolerancia = 0.0005;
-// Larger amounts are typing mistakes.
-constexpr double kMontoMaximo = 1e10;
 constexpr int kLargoNombre = 100;
 constexpr int kLargoTexto = 45;
 constexpr int kLargoObservacion = 255;

@@ -1,13 +1,17 @@
 #include "sales/Flujos.h"
 
+#include "core/Connections.h"
 #include "core/Context.h"
 #include "core/Db.h"
 #include "core/Formato.h"
 #include "core/Guardia.h"
+#include "core/RegistroErrores.h"
 #include "core/Textos.h"
 #include "sales/ImpresoraTaquilla.h"
 #include "sales/TicketKeys.h"
 
+#include <QUuid>
+#include <cmath>
 #include <variant>
 
 namespace hipico {
@@ -40,26 +44,83 @@ std::string sql(std::initializer_list<std::string_view> partes) {
 
 // ---------------------------------------------------------------- sale
 
-Venta vender(Context& ctx, Jugada& jugada, ImpresoraTaquilla& impresora) {
+namespace {
+
+// What the booth is told when its connection broke during a sale.
+const QString kVentaRecuperada =
+    QStringLiteral("SE PERDIO LA CONEXION CON EL SERVIDOR, PERO LA VENTA SE REALIZO. BOLETO: ");
+const QString kVentaNoRealizada =
+    QStringLiteral("SE PERDIO LA CONEXION CON EL SERVIDOR: LA VENTA NO SE REALIZO, NO SE VENDIO NINGUN BOLETO");
+
+// ... and during a payment.
+const QString kCobroRealizado =
+    QStringLiteral("SE PERDIO LA CONEXION CON EL SERVIDOR, PERO EL BOLETO QUEDO PAGADO");
+const QString kCobroNoRealizado =
+    QStringLiteral("SE PERDIO LA CONEXION CON EL SERVIDOR: EL BOLETO NO SE PAGO");
+
+// A token no other sale has: 32 hexadecimal digits of a random identifier.
+QString nuevaFicha() { return QUuid::createUuid().toString(QUuid::Id128); }
+
+}  // namespace
+
+Venta vender(Context& ctx, const QString& ventana, const Juego& juego, Jugada& jugada,
+             ImpresoraTaquilla& impresora) {
     Db& db = ctx.servidor();
     jugada.preparar(db);
-    Venta venta = db.inTransaction([&]() -> Venta {
-        // Every lock first, then the checks over what the locks hold still.
-        jugada.bloquear(db);
-        for (const Jugada::Chequeo& chequeo : jugada.chequeos())
-            if (std::optional<Rechazo> r = chequeo()) return {std::move(r), 0, {}};
-        // The number is the insert's own key.
-        Venta v;
-        v.numero = insertar(db, jugada.fila());
-        v.codigo = codigoBoleto(jugada.prefijo(), desdeFechaSql(jugada.fecha()), v.numero);
-        jugada.completar(db, v.numero, v.codigo);
-        return v;
-    });
+    if (jugada.ficha.isEmpty()) jugada.ficha = nuevaFicha();
+    Venta venta;
+    try {
+        venta = db.inTransaction([&]() -> Venta {
+            // Every lock first, then the checks over what the locks hold still.
+            jugada.bloquear(db);
+            for (const Jugada::Chequeo& chequeo : jugada.chequeos())
+                if (std::optional<Rechazo> r = chequeo()) return {std::move(r), 0, {}};
+            // From here on a broken connection leaves the outcome to be found out.
+            jugada.incierta = true;
+            // The number is the insert's own key.
+            Venta v;
+            v.numero = insertar(db, jugada.fila(jugada.ficha));
+            v.codigo = codigoBoleto(jugada.prefijo(), desdeFechaSql(jugada.fecha()), v.numero);
+            jugada.completar(db, v.numero, v.codigo);
+            return v;
+        });
+    } catch (const DbError& e) {
+        if (!e.isConnectionLost() || !jugada.incierta) throw;
+        registrarError(ctx, ventana, e);
+        return resolverVenta(ctx, juego, jugada, impresora, true);
+    }
+    // Committed (a first attempt cut before its commit was rolled back by the server).
+    jugada.incierta = false;
     if (venta.rechazo) {
         mostrar(ctx, *venta.rechazo);
         return venta;
     }
     impresora.imprimir(jugada.ticket(venta.numero, venta.codigo, impresora.grafico()));
+    return venta;
+}
+
+Venta resolverVenta(Context& ctx, const Juego& juego, Jugada& jugada, ImpresoraTaquilla& impresora,
+                    bool avisarAusente) {
+    Db& db = ctx.servidor();
+    const Recordset rs = db.inTransaction([&] {
+        return db.query(sql({"SELECT numero, ", juego.codigo, " FROM ", juego.tabla, " Where ficha = ? FOR UPDATE"}),
+                        {jugada.ficha});
+    });
+    jugada.incierta = false;
+    Venta venta;
+    if (rs.empty()) {
+        Rechazo r;
+        r.titulo = kTituloConexion;
+        r.texto = kVentaNoRealizada;
+        if (avisarAusente) mostrar(ctx, r);
+        venta.rechazo = r;
+        return venta;
+    }
+    venta.numero = rs.first().integer("numero");
+    venta.codigo = rs.first().text(juego.codigo);
+    venta.recuperada = true;
+    impresora.imprimir(jugada.ticket(venta.numero, venta.codigo, impresora.grafico()));
+    ctx.dialogs.inform(kTituloConexion, kVentaRecuperada + venta.codigo);
     return venta;
 }
 
@@ -123,7 +184,7 @@ std::optional<ConsultaCobro> consultarCobro(Context& ctx, const Juego& juego, co
                          b->integer("numero")};
 }
 
-std::optional<double> cobrar(Context& ctx, const Juego& juego, const ConsultaCobro& consulta,
+std::optional<double> cobrar(Context& ctx, const QString& ventana, const Juego& juego, const ConsultaCobro& consulta,
                              ImpresoraTaquilla& impresora) {
     const QString hoy = fechaTrabajo(ctx);
     Db& db = ctx.servidor();
@@ -131,50 +192,74 @@ std::optional<double> cobrar(Context& ctx, const Juego& juego, const ConsultaCob
         std::optional<Aviso> aviso;
         double monto = 0;
     };
-    const Pago pago = db.inTransaction([&]() -> Pago {
-        // The ticket's row is locked: a second booth pressing at the same
-        // time waits here and then finds the ticket paid.
-        const std::optional<Row> b = bloquearBoleto(db, juego, consulta.numero);
-        if (!b || b->text(juego.codigo) != consulta.codigo)
-            return {Aviso{Icon::Critical, juego.tituloCobro, texto::VerifiqueNumeroBoleto}};
-        if (const QString a = alteracion(db, juego, *b); !a.isEmpty())
-            return {Aviso{Icon::Critical, texto::TituloSeguridad, a}};
-        const Estatus e = estatusDe(*b);
-        if (liquidado(e)) return {Aviso{Icon::Critical, juego.tituloCobro, texto::BoletoYaPagado}};
-        const auto d = desenlace(ctx, juego, *b);
-        if (!std::holds_alternative<const Pagable*>(d))
-            return {Aviso{Icon::Critical, juego.tituloCobro, texto::VerifiqueNumeroBoleto}};
-        const int de = numeroDe(e);
-        const int hacia = numeroDe(std::get<const Pagable*>(d)->pagado);
-        const double monto = b->number("cobrado");
-        // The status moves once: a row already moved by another booth is not counted.
-        const long long movidos = db.exec(sql({"Update ", juego.tabla, " set estatus=?,fecha_cobro=? Where ",
-                                               juego.codigo, " = ? and numero = ? and estatus = ?"}),
-                                          {hacia, hoy, consulta.codigo, consulta.numero, de});
-        if (movidos != 1) return {Aviso{Icon::Critical, juego.tituloCobro, texto::BoletoYaPagado}};
-        db.exec(sql({"Update ", juego.copia, " set estatus=?,fecha_cobro=? Where ", juego.codigo,
-                     " = ? and estatus = ?"}),
-                {hacia, hoy, consulta.codigo, de});
-        // The day row of the ticket's group and sale day.
-        const QString grupo = b->text("grupo");
-        const QString fecha = b->text("fecha");
-        db.exec(sql({"INSERT IGNORE INTO ", juego.totales, " (grupo, fecha) VALUES (?, ?)"}), {grupo, fecha});
-        db.exec(sql({"Update ", juego.totales,
-                     " set premios=premios + ?,saldo=saldo - ?,monto_porpagar=monto_porpagar - ? Where fecha =? "
-                     "and grupo=? limit 1  "}),
-                {monto, monto, monto, fecha, grupo});
-        return {std::nullopt, monto};
-    });
-    if (pago.aviso) {
-        mostrar(ctx, *pago.aviso);
+    // The paid status the ticket moves to and the amount, once the locked row was checked.
+    int hacia = -1;
+    double monto = 0;
+    std::optional<Pago> pago;
+    try {
+        pago = db.inTransaction([&]() -> Pago {
+            hacia = -1;
+            // The ticket's row is locked: a second booth pressing at the same
+            // time waits here and then finds the ticket paid.
+            const std::optional<Row> b = bloquearBoleto(db, juego, consulta.numero);
+            if (!b || b->text(juego.codigo) != consulta.codigo)
+                return {Aviso{Icon::Critical, juego.tituloCobro, texto::VerifiqueNumeroBoleto}};
+            if (const QString a = alteracion(db, juego, *b); !a.isEmpty())
+                return {Aviso{Icon::Critical, texto::TituloSeguridad, a}};
+            const Estatus e = estatusDe(*b);
+            if (liquidado(e)) return {Aviso{Icon::Critical, juego.tituloCobro, texto::BoletoYaPagado}};
+            const auto d = desenlace(ctx, juego, *b);
+            // The ticket must still be what the lookup showed (a refund or a new
+            // payout since then is looked up again before it is paid).
+            if (!std::holds_alternative<const Pagable*>(d) || numeroDe(e) != consulta.estatus ||
+                std::abs(b->number("cobrado") - consulta.monto) > 0.005)
+                return {Aviso{Icon::Critical, juego.tituloCobro, texto::VerifiqueNumeroBoleto}};
+            const int de = numeroDe(e);
+            hacia = numeroDe(std::get<const Pagable*>(d)->pagado);
+            monto = b->number("cobrado");
+            // The status moves once: a row already moved by another booth is not counted.
+            // By the key alone: the code was checked on the locked row, and a condition
+            // on the code lets the server reach the row through the code's index.
+            const long long movidos = db.exec(
+                sql({"Update ", juego.tabla, " set estatus=?,fecha_cobro=? Where numero = ? and estatus = ? limit 1"}),
+                {hacia, hoy, consulta.numero, de});
+            if (movidos != 1) return {Aviso{Icon::Critical, juego.tituloCobro, texto::BoletoYaPagado}};
+            db.exec(sql({"Update ", juego.copia, " set estatus=?,fecha_cobro=? Where ", juego.codigo,
+                         " = ? and estatus = ?"}),
+                    {hacia, hoy, consulta.codigo, de});
+            // The day row of the ticket's group and sale day.
+            const QString grupo = b->text("grupo");
+            const QString fecha = b->text("fecha");
+            db.exec(sql({"INSERT IGNORE INTO ", juego.totales, " (grupo, fecha) VALUES (?, ?)"}), {grupo, fecha});
+            db.exec(sql({"Update ", juego.totales,
+                         " set premios=premios + ?,saldo=saldo - ?,monto_porpagar=monto_porpagar - ? Where fecha =? "
+                         "and grupo=? limit 1  "}),
+                    {monto, monto, monto, fecha, grupo});
+            return {std::nullopt, monto};
+        });
+    } catch (const DbError& e) {
+        if (!e.outcomeUnknown() || hacia < 0) throw;
+        registrarError(ctx, ventana, e);
+        // The commit was cut off: the ticket's status says whether it went through.
+        const QVariant estatus =
+            db.scalar(sql({"SELECT estatus FROM ", juego.tabla, " Where numero = ?"}), {consulta.numero});
+        if (estatus.isNull() || Row::toInteger(estatus) != hacia) {
+            ctx.dialogs.refuse(kTituloConexion, kCobroNoRealizado);
+            return std::nullopt;
+        }
+        ctx.dialogs.inform(kTituloConexion, kCobroRealizado);
+        pago = Pago{std::nullopt, monto};
+    }
+    if (pago->aviso) {
+        mostrar(ctx, *pago->aviso);
         return std::nullopt;
     }
     if (ctx.session.ticketCobro == 1)
         impresora.imprimir(juego.recibo(DatosCobro{ctx.session.ch, ctx.session.usuario, hoy,
-                                                   horaTexto(ctx.clock.now().time()), consulta.codigo, pago.monto,
+                                                   horaTexto(ctx.clock.now().time()), consulta.codigo, pago->monto,
                                                    ctx.session.enDolares()},
                                         impresora.grafico()));
-    return pago.monto;
+    return pago->monto;
 }
 
 // ---------------------------------------------------------------- void
@@ -198,11 +283,31 @@ ResultadoAnulacion anular(Db& db, const Juego& juego, long long numero, const Re
             (r.soloVendidos && e != Estatus::Vendido) || (r.nuncaLiquidados && liquidado(e)))
             return ResultadoAnulacion::NoAnulable;
         if (!r.forzado && juego.cerrado && juego.cerrado(db, *b)) return ResultadoAnulacion::Cerrado;
-        insertar(db, juego.anotacion(*b, motivo.left(kLargoMotivo), usuario, Estatus::Anulado));
-        db.exec(sql({"delete from  ", juego.tabla, "  Where ", juego.codigo, " = ? and numero = ? limit 1 "}),
-                {b->text(juego.codigo), numero});
+        if (r.noSiVentaCerrada && juego.ventaCerrada && juego.ventaCerrada(db, *b))
+            return ResultadoAnulacion::VentaCerrada;
+        insertar(db, juego.anotacion(*b, motivo, usuario, Estatus::Anulado));
+        // By the key alone, as the row was locked (see cobrar).
+        db.exec(sql({"delete from  ", juego.tabla, "  Where numero = ? limit 1 "}), {numero});
         return ResultadoAnulacion::Anulado;
     });
+}
+
+namespace {
+
+const QString kEliminadoPorAdmin = QStringLiteral("ELIMINADO POR EL ADMIN");
+
+}  // namespace
+
+const QStringList& codigosAdministrador() {
+    static const QStringList codigos{QStringLiteral("QWPLR850264"), QStringLiteral("KTR384")};
+    return codigos;
+}
+
+bool motivoCabe(Context& ctx, const QString& motivo) {
+    const QString largo = textoDemasiadoLargo(QStringLiteral("EL MOTIVO"), motivo, kLargoMotivo);
+    if (largo.isEmpty()) return true;
+    ctx.dialogs.refuse(texto::TituloVerificacionSistema, largo);
+    return false;
 }
 
 namespace {
@@ -233,7 +338,10 @@ ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnu
         if (p.avisaSinMotivo) ctx.dialogs.refuse(texto::TituloVerificacionSistema, texto::SinMotivo);
         return ResultadoAnulacion::Cancelada;
     }
+    if (!motivoCabe(ctx, *motivo)) return ResultadoAnulacion::Cancelada;
     const bool forzado = p.codigosAdmin.contains(*motivo);
+    // No administrator's code is ever written into the log, whatever command it was typed in.
+    const QString anotado = codigosAdministrador().contains(*motivo) ? kEliminadoPorAdmin : *motivo;
 
     ReglasAnulacion reglas;
     reglas.codigo = codigo;
@@ -243,6 +351,7 @@ ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnu
     reglas.soloVendidos = p.soloVendidos;
     reglas.nuncaLiquidados = p.nuncaLiquidados;
     reglas.forzado = forzado;
+    reglas.noSiVentaCerrada = p.noSiVentaCerrada;
 
     const auto resultado = intentar(ctx, p.ventana, [&] {
         Db& db = ctx.servidor();
@@ -258,13 +367,14 @@ ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnu
             if (p.confirmar && !p.confirmar(db, rs.first())) return ResultadoAnulacion::Cancelada;
             numero = rs.first().integer("numero");
         }
-        return anular(db, juego, numero, reglas, forzado ? p.motivoAdmin : *motivo, ctx.session.usuario);
+        return anular(db, juego, numero, reglas, anotado, ctx.session.usuario);
     });
     if (!resultado) return ResultadoAnulacion::Error;
     switch (*resultado) {
     case ResultadoAnulacion::NoEncontrado: ctx.dialogs.refuse(p.titulo, p.noEncontrado); break;
     case ResultadoAnulacion::NoAnulable: ctx.dialogs.refuse(p.titulo, texto::BoletoNoAnulable); break;
     case ResultadoAnulacion::Cerrado: ctx.dialogs.refuse(p.titulo, juego.textoCerrado); break;
+    case ResultadoAnulacion::VentaCerrada: ctx.dialogs.refuse(p.titulo, texto::CarreraCerradaSinCambios); break;
     case ResultadoAnulacion::Anulado: ctx.dialogs.inform(p.titulo, texto::BoletoAnulado); break;
     case ResultadoAnulacion::Cancelada:
     case ResultadoAnulacion::Error: break;

@@ -33,6 +33,14 @@ public:
     virtual ~Jugada() = default;
     using Chequeo = std::function<std::optional<Rechazo>()>;
 
+    // The sale's token: chosen by the sale flow before anything is written
+    // and stored with the ticket (unique), so that a sale whose connection
+    // broke is found by it, or known absent, once the server answers.
+    QString ficha;
+    // The ticket's insert was sent and the connection broke before the
+    // commit was confirmed: the server may have kept the sale or not.
+    bool incierta = false;
+
     // What the locks need, read before the transaction.
     virtual void preparar(Db& db) = 0;
     // Locks the rows the sale depends on, always in the same order. Called
@@ -40,8 +48,8 @@ public:
     virtual void bloquear(Db& db) = 0;
     // The game's checks, in their order.
     virtual std::vector<Chequeo> chequeos() = 0;
-    // The ticket's row.
-    virtual Insercion fila() const = 0;
+    // The ticket's row, carrying the sale's token.
+    virtual Insercion fila(const QString& ficha) const = 0;
     // The code's prefix (the code is prefix, sale month "MM", day "DD" and the number).
     virtual QString prefijo() const = 0;
     virtual QString fecha() const = 0;
@@ -55,12 +63,27 @@ struct Venta {
     std::optional<Rechazo> rechazo;  // shown to the user already
     long long numero = 0;
     QString codigo;
+    bool recuperada = false;  // found by its token after the connection broke
     bool vendida() const { return !rechazo && numero > 0; }
 };
 
 // Runs the sale. A refusal is shown (after the transaction) and returned; a
-// sold ticket is printed. A database failure goes to the caller.
-Venta vender(Context& ctx, Jugada& jugada, ImpresoraTaquilla& impresora);
+// sold ticket is printed. When the connection breaks once the ticket's insert
+// was sent, the sale is looked up by its token (resolverVenta) and the user is
+// told once what became of it. A database failure goes to the caller (the
+// error log names `ventana`); when it leaves the sale's outcome unknown,
+// jugada.incierta stays set and the caller settles it later with resolverVenta.
+Venta vender(Context& ctx, const QString& ventana, const Juego& juego, Jugada& jugada,
+             ImpresoraTaquilla& impresora);
+
+// What became of a sale whose outcome was unknown: its token is looked up
+// with a locking read, so a commit the server is still finishing is waited
+// for. Stored: the ticket (its code and keys came in the same transaction)
+// is printed and the user told so. Absent: nothing was sold; the returned
+// refusal says so and is shown only when `avisarAusente`. A server still out
+// of reach throws, and the sale stays unknown.
+Venta resolverVenta(Context& ctx, const Juego& juego, Jugada& jugada, ImpresoraTaquilla& impresora,
+                    bool avisarAusente);
 
 // ---------------------------------------------------------------- payment
 
@@ -79,9 +102,11 @@ struct ConsultaCobro {
 std::optional<ConsultaCobro> consultarCobro(Context& ctx, const Juego& juego, const QString& codigo);
 // Pays the accepted ticket exactly once (a due status becomes its paid one,
 // in the ticket, its kept copy and the group's day row), with the ticket's
-// row locked and checked again; prints the slip when the group asks for it.
-// Refusals are shown; the amount paid, or nullopt.
-std::optional<double> cobrar(Context& ctx, const Juego& juego, const ConsultaCobro& consulta,
+// row locked and checked again (still the status and amount the lookup
+// showed); prints the slip when the group asks for it. Refusals are shown;
+// the amount paid, or nullopt. A commit cut off is settled by reading the
+// ticket's status again, and the user is told whether it was paid.
+std::optional<double> cobrar(Context& ctx, const QString& ventana, const Juego& juego, const ConsultaCobro& consulta,
                              ImpresoraTaquilla& impresora);
 
 // ---------------------------------------------------------------- void
@@ -98,8 +123,9 @@ struct ReglasAnulacion {
     bool soloVendidos = false;       // only a ticket not yet a winner or a refund
     bool nuncaLiquidados = false;    // a paid ticket stays
     bool forzado = false;            // the administrator's code: the game's closed rule does not hold
+    bool noSiVentaCerrada = false;   // a ticket whose race no longer sells stays
 };
-enum class ResultadoAnulacion { Cancelada, NoEncontrado, NoAnulable, Cerrado, Anulado, Error };
+enum class ResultadoAnulacion { Cancelada, NoEncontrado, NoAnulable, Cerrado, VentaCerrada, Anulado, Error };
 
 // The void itself, in one transaction with the ticket's row locked: the
 // audit row (status 5) and the delete of the ticket. Nothing is written
@@ -121,8 +147,8 @@ struct PuntoAnulacion {
     bool soloDelDia = false;         // a ticket of an earlier day stays
     bool soloVendidos = false;
     bool nuncaLiquidados = false;
-    QStringList codigosAdmin;        // reasons that void a ticket of a closed race ...
-    QString motivoAdmin;             // ... recorded as this reason
+    bool noSiVentaCerrada = false;   // a ticket whose race no longer sells stays
+    QStringList codigosAdmin;        // reasons that void a ticket of a processed race here
     // Asked once the ticket is found (unset: nothing asked); false stops.
     std::function<bool(Db& db, const Row& boleto)> confirmar;
 };
@@ -132,7 +158,15 @@ struct PuntoAnulacion {
 ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnulacion& punto,
                                 long long numero = 0);
 
-// The reason of a void as the audit log keeps it (bitacora.motivo).
+// The reason of a void as the audit log keeps it (bitacora.motivo): a longer
+// one is refused.
 constexpr int kLargoMotivo = 255;
+// The administrator's codes of the places that void: whichever command is
+// used, none of them is ever written into the audit log; the log says
+// "ELIMINADO POR EL ADMIN" instead.
+const QStringList& codigosAdministrador();
+// Whether a reason fits the audit log; a longer one is refused (shown) and
+// nothing is written.
+bool motivoCabe(Context& ctx, const QString& motivo);
 
 }  // namespace hipico

@@ -75,6 +75,9 @@ struct Juego {
     // A ticket that can no longer be voided (its race processed or closed), and what the user is told.
     std::function<bool(Db& db, const Row& boleto)> cerrado;
     QString textoCerrado;
+    // A ticket whose race no longer sells (its pool closed), for the setting
+    // that keeps a booth from voiding it.
+    std::function<bool(Db& db, const Row& boleto)> ventaCerrada;
 
     const Pagable* pagable(Estatus e) const;
 };

@@ -15,8 +15,6 @@ namespace hipico {
 namespace {
 
 constexpr double kCentavo = 0.005;
-// Larger amounts are typing mistakes, not bets.
-constexpr double kMontoMaximo = 1e10;
 // Race and horse numbers above this are typing mistakes.
 constexpr long long kNumeroMaximo = 1000000;
 
@@ -44,6 +42,9 @@ const char* const kCarreraYPista =
     "SELECT IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo "
     "FROM grupos g JOIN configuracion k WHERE g.grupo = ? LIMIT 1";
+const char* const kCarreraVendiendo =
+    "SELECT count(*) FROM carreras c JOIN grupos g ON g.grupo = ? JOIN configuracion k WHERE c.fecha = ? and "
+    "c.carrera = ? and c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) and c.venta = 1";
 const char* const kMismoCaballoOtrasPistas =
     "SELECT id_carrera FROM carreras where carrera = ? and fecha = ? and nu_caballo = ? order by id_carrera";
 const char* const kBloquearCaballo =
@@ -52,9 +53,10 @@ const char* const kBloquearCaballo =
 const char* const kContarCorredores =
     "SELECT count(carrera) as cant_cabs FROM carreras where carrera=? and retirado=0 and fecha=? and "
     "id_hipodromo = ?;";
+// A paid winner (2) stays paid: a ticket is paid exactly once.
 const char* const kDevolverCarrera =
     "update ma_principal set estatus=4,cobrado=(ganadores*?) where grupo=? AND carrera=? and (estatus<>3 and "
-    "estatus <>4) and fecha  = ?";
+    "estatus <>4) and estatus<>2 and fecha  = ?";
 // With quotas enforced, one round trip reads the runners, what the horse
 // sold (by the group, or by the whole centre) and the centre's quota row.
 const char* const kCorredoresYCupoGrupo =
@@ -71,7 +73,8 @@ const char* const kLlaves =
     "update ma_principal set nu_boleto=?,llave=?,llave2=?,llave5=? Where ch=? and numero = ? limit 1   ";
 const char* const kSoloCodigo = "update ma_principal set nu_boleto=? Where ch=? and numero = ? limit 1   ";
 
-// An amount typed with a decimal comma, at most two decimals, above zero.
+// An amount typed with a decimal comma, at most two decimals, above zero and
+// not above the largest amount the program takes.
 bool leerMontoVenta(const QString& texto, double& monto) {
     const QString t = texto.trimmed();
     for (const QChar c : t)
@@ -117,6 +120,10 @@ const Juego& juegoGanadores() {
         },
         [](Db& db, const Row& b) { return carreraProcesada(db, b.text("fecha"), b.integer("carrera")); },
         texto::BoletoNoAnulableProcesada,
+        // Closed: no row of the race on the track of the ticket's group still sells.
+        [](Db& db, const Row& b) {
+            return Row::toInteger(db.scalar(kCarreraVendiendo, {b.text("grupo"), b.text("fecha"), b.integer("carrera")})) == 0;
+        },
     };
     return juego;
 }
@@ -220,6 +227,8 @@ std::optional<Rechazo> VentaGanador::montoValido() {
     const bool enUnidades = pedido_.unidad == UnidadVenta::Ganadores;
     unidades_ = enUnidades ? tecleado : tecleado / valor_;
     dinero_ = enUnidades ? tecleado * valor_ : tecleado;
+    // Neither the units nor their money may pass the largest amount.
+    if (unidades_ > kMontoMaximo || dinero_ > kMontoMaximo) return verifique(texto::MontoNoValido);
     return std::nullopt;
 }
 
@@ -326,7 +335,7 @@ std::optional<Rechazo> VentaGanador::limiteDelCliente() {
     return std::nullopt;
 }
 
-Insercion VentaGanador::fila() const {
+Insercion VentaGanador::fila(const QString& ficha) const {
     const Session& s = ctx_.session;
     BoletoGanador b;
     b.carrera = *carrera_;
@@ -337,6 +346,7 @@ Insercion VentaGanador::fila() const {
     b.hora = hora_;
     b.fecha = fecha_;
     b.subgrupo = s.subgrupo;
+    b.ficha = ficha;
     return b.insercion();
 }
 

@@ -75,7 +75,7 @@ public:
     void preparar(Db& db) override;
     void bloquear(Db& db) override;
     std::vector<Chequeo> chequeos() override;
-    Insercion fila() const override;
+    Insercion fila(const QString& ficha) const override;
     QString prefijo() const override;
     QString fecha() const override { return fecha_; }
     void completar(Db& db, long long numero, const QString& codigo) override;

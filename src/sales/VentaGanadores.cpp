@@ -3,6 +3,7 @@
 #include "core/Context.h"
 #include "core/Formato.h"
 #include "core/Niveles.h"
+#include "core/RegistroErrores.h"
 
 #include <cmath>
 
@@ -44,10 +45,21 @@ long long VentaGanadores::carreraDelGrupo() const {
 // ---------------------------------------------------------------- sale
 
 VentaGanadores::Venta VentaGanadores::vender(const PedidoGanador& pedido, const Row& grupo) {
-    VentaGanador jugada(ctx_, pedido, grupo);
-    const hipico::Venta v = hipico::vender(ctx_, jugada, impresora_);
+    auto jugada = std::make_shared<VentaGanador>(ctx_, pedido, grupo);
+    hipico::Venta v;
+    try {
+        v = hipico::vender(ctx_, kVentanaVenta, juegoGanadores(), *jugada, impresora_);
+    } catch (const DbError&) {
+        // The server went away before the sale could be looked up: it is
+        // settled before the next sale.
+        if (jugada->incierta) {
+            incierta_ = jugada;
+            registrarError(ctx_, kVentanaVenta, QStringLiteral("venta sin confirmar, ficha ") + jugada->ficha);
+        }
+        throw;
+    }
     if (v.vendida()) {
-        ultimo_ = jugada.boleto(v.numero, v.codigo);
+        ultimo_ = jugada->boleto(v.numero, v.codigo);
         return {Resultado::Vendido, *ultimo_};
     }
     const Campo campo = v.rechazo ? campoDe(v.rechazo->texto) : Campo::Monto;
@@ -92,6 +104,16 @@ QString VentaGanadores::textoCosto(const QString& monto) const {
 VentaGanadores::Venta VentaGanadores::procesarVenta(const QString& carrera, const QString& caballo,
                                                     const QString& monto, const QString& cliente) {
     pendiente_.reset();
+    // A sale whose outcome is still unknown comes first: stored, it is this
+    // sale (the customer gets that ticket now); absent, the typed sale goes on.
+    if (incierta_) {
+        const hipico::Venta v = hipico::resolverVenta(ctx_, juegoGanadores(), *incierta_, impresora_, false);
+        const std::shared_ptr<VentaGanador> anterior = std::move(incierta_);
+        if (v.vendida()) {
+            ultimo_ = anterior->boleto(v.numero, v.codigo);
+            return {Resultado::Vendido, *ultimo_};
+        }
+    }
     const PedidoGanador pedido{carrera, caballo, monto, cliente, unidad_, false};
     return vender(pedido, parametrosGanadores(ctx_, carrera, caballo));
 }
@@ -121,7 +143,7 @@ bool VentaGanadores::cobrarBoleto() {
     if (!porCobrar_) return false;
     const Consulta pedido = *porCobrar_;
     porCobrar_.reset();
-    return cobrar(ctx_, juegoGanadores(), pedido, impresora_).has_value();
+    return cobrar(ctx_, kVentanaVenta, juegoGanadores(), pedido, impresora_).has_value();
 }
 
 // ---------------------------------------------------------------- void
@@ -152,6 +174,8 @@ bool VentaGanadores::anularBoleto(long long numero) {
     p.noEncontrado = texto::BoletoNoAnulableSinCodigo;
     p.soloDelDia = true;
     p.soloVendidos = true;
+    // The setting that keeps a booth from voiding a ticket once its race is closed (off by default).
+    p.noSiVentaCerrada = Row::toInteger(ctx_.servidor().scalar("SELECT no_anular_cerrada FROM configuracion")) == 1;
     long long elegido = numero;
     if (numero > 0) {
         p.pideCodigo = false;

@@ -9,6 +9,7 @@
 
 #include <QString>
 #include <QVector>
+#include <memory>
 #include <optional>
 
 namespace hipico {
@@ -53,6 +54,9 @@ public:
     // The last ticket this window sold, while it stands (not voided).
     const std::optional<Boleto>& ultimoBoleto() const { return ultimo_; }
 
+    // A sale whose connection broke is still to be looked up: the next
+    // procesarVenta does it first.
+    bool ventaIncierta() const { return incierta_ != nullptr; }
     // The password frame (MostrarFrameClave) is waiting for the supervisor.
     bool esperandoClave() const { return pendiente_.has_value(); }
     // Text_Clave + Enter: the refused sale is finished by the password path
@@ -130,6 +134,8 @@ private:
         Row grupo;
     };
     std::optional<Pendiente> pendiente_;
+    // A sale whose connection broke before its outcome could be found out.
+    std::shared_ptr<VentaGanador> incierta_;
     std::optional<Consulta> porCobrar_;
     std::optional<Boleto> ultimo_;
 };

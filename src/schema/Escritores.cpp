@@ -51,7 +51,7 @@ Insercion BoletoGanador::insercion() const {
     return Insercion("ma_principal")("carrera", carrera)("caballo", caballo)("ganadores", ganadores)("ch", ch)(
         "grupo", grupo)("hora", hora)("fecha", fecha)("cobrado", cobrado)("estatus", estatus)("fecha_cobro", fechaCobro)(
         "nu_boleto", nuBoleto)("subgrupo", subgrupo)("llave", "0")("llave2", "0")("llave3", "0")("llave4", "0")(
-        "llave5", "0")("llave6", "0");
+        "llave5", "0")("llave6", "0")("ficha", ficha.isEmpty() ? SqlValue() : SqlValue(ficha));
 }
 
 Insercion AnotacionBitacora::insercion() const {

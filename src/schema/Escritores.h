@@ -50,7 +50,8 @@ long long insertarDesde(Db& db, const Insercion& fila, const std::string& origen
 // ---- The rows the system writes ----
 
 // ma_principal: a winner-bet ticket as the sale writes it; its code and sale
-// keys are written once its number is known.
+// keys are written once its number is known. `ficha` is the booth's sale
+// token (NULL when empty).
 struct BoletoGanador {
     long long carrera = 0, caballo = 0;
     double ganadores = 0;
@@ -59,6 +60,7 @@ struct BoletoGanador {
     int estatus = 0;
     QString fechaCobro = QStringLiteral("0");
     QString nuBoleto, subgrupo;
+    QString ficha;
     Insercion insercion() const;
 };
 

@@ -4,7 +4,9 @@
 --  * Dates are text "YYYY-MM-DD" (compared as text), times text "hh:mm:ss".
 --  * Amounts are doubles; flags and small codes are integers.
 --  * Columns are NOT NULL with a default, so that a positional insert that
---    leaves a value empty stores '' or 0.
+--    leaves a value empty stores '' or 0. One exception: a ticket's sale
+--    token `ficha` is NULL when no booth chose one, so that its unique index
+--    holds only the tokens booths chose.
 --  * Where a table is inserted positionally ("INSERT INTO `t` VALUES (NULL,"
 --    ...), its column order below is the order of those values; the order of
 --    each such table is explained in docs/decisions.md.
@@ -246,6 +248,7 @@ CREATE TABLE `configuracion` (
   `monto_condicionado` DOUBLE NOT NULL DEFAULT 0,
   `tipo_pantalla` INT NOT NULL DEFAULT 0,
   `conexion` VARCHAR(255) NOT NULL DEFAULT '',
+  `no_anular_cerrada` INT NOT NULL DEFAULT 0,
   PRIMARY KEY (`id`),
   CONSTRAINT `ck_configuracion_una_fila` CHECK (`id` = 1)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
@@ -304,8 +307,10 @@ CREATE TABLE `caballos` (
 
 -- Winner-bet tickets. `numero` is the ticket number: the key the insert
 -- generates. Numbers start at 1000, so every ticket's number has at least
--- four digits and its sale keys bind the horse, the units and the group. The sale inserts positionally (NULL then 18 values); the sale
--- authorised with the supervisor password inserts the first 13 columns by name.
+-- four digits and its sale keys bind the horse, the units and the group. The sale inserts positionally (NULL then 19 values, the
+-- last one the booth's sale token `ficha`, unique: a sale whose commit was cut
+-- off is found by it); the sale authorised with the supervisor password
+-- writes the same row and leaves the sale keys at "0".
 CREATE TABLE `ma_principal` (
   `numero` INT NOT NULL AUTO_INCREMENT,
   `carrera` INT NOT NULL DEFAULT 0,
@@ -326,7 +331,9 @@ CREATE TABLE `ma_principal` (
   `llave4` VARCHAR(64) NOT NULL DEFAULT '0',
   `llave5` VARCHAR(64) NOT NULL DEFAULT '0',
   `llave6` VARCHAR(64) NOT NULL DEFAULT '0',
+  `ficha` VARCHAR(32) NULL DEFAULT NULL,
   PRIMARY KEY (`numero`),
+  UNIQUE KEY `ux_ma_principal_ficha` (`ficha`),
   KEY `ix_ma_principal_boleto` (`nu_boleto`),
   KEY `ix_ma_principal_carrera` (`fecha`, `carrera`, `caballo`, `grupo`),
   KEY `ix_ma_principal_grupo` (`grupo`, `fecha`, `carrera`),
@@ -356,6 +363,7 @@ CREATE TABLE `ventas_ganadores` (
   `llave4` VARCHAR(64) NOT NULL DEFAULT '0',
   `llave5` VARCHAR(64) NOT NULL DEFAULT '0',
   `llave6` VARCHAR(64) NOT NULL DEFAULT '0',
+  `ficha` VARCHAR(32) NULL DEFAULT NULL,
   PRIMARY KEY (`id_venta`),
   KEY `ix_ventas_ganadores_boleto` (`nu_boleto`),
   KEY `ix_ventas_ganadores_carrera` (`fecha`, `carrera`, `caballo`, `grupo`),
@@ -383,7 +391,8 @@ CREATE TABLE `ventas_auditoria` (
   KEY `ix_ventas_auditoria_carrera` (`carrera`, `nu_boleto`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
--- Fixed-table tickets: `numero` is the generated key, then 12 values.
+-- Fixed-table tickets: `numero` is the generated key, then 13 values (the
+-- last one the booth's sale token, as in ma_principal).
 CREATE TABLE `tablafija` (
   `numero` INT NOT NULL AUTO_INCREMENT,
   `carrera` INT NOT NULL DEFAULT 0,
@@ -398,7 +407,9 @@ CREATE TABLE `tablafija` (
   `estatus` INT NOT NULL DEFAULT 0,
   `nu_boleto` VARCHAR(25) NOT NULL DEFAULT '',
   `fecha_cobro` VARCHAR(10) NOT NULL DEFAULT '0',
+  `ficha` VARCHAR(32) NULL DEFAULT NULL,
   PRIMARY KEY (`numero`),
+  UNIQUE KEY `ux_tablafija_ficha` (`ficha`),
   KEY `ix_tablafija_boleto` (`nu_boleto`),
   KEY `ix_tablafija_carrera` (`fecha`, `carrera`, `caballo`, `grupo`),
   KEY `ix_tablafija_ch` (`ch`, `numero`)
@@ -420,6 +431,7 @@ CREATE TABLE `ventas_tf` (
   `estatus` INT NOT NULL DEFAULT 0,
   `nu_boleto` VARCHAR(25) NOT NULL DEFAULT '',
   `fecha_cobro` VARCHAR(10) NOT NULL DEFAULT '0',
+  `ficha` VARCHAR(32) NULL DEFAULT NULL,
   PRIMARY KEY (`id_venta`),
   KEY `ix_ventas_tf_boleto` (`nu_boleto`),
   KEY `ix_ventas_tf_carrera` (`fecha`, `carrera`, `grupo`)
@@ -449,7 +461,9 @@ CREATE TABLE `macuares` (
   `confirmacion` INT NOT NULL DEFAULT 0,
   `cobrado` DOUBLE NOT NULL DEFAULT 0,
   `fecha_cobro` VARCHAR(10) NOT NULL DEFAULT '0',
+  `ficha` VARCHAR(32) NULL DEFAULT NULL,
   PRIMARY KEY (`numero`),
+  UNIQUE KEY `ux_macuares_ficha` (`ficha`),
   KEY `ix_macuares_boleto` (`boleto`),
   KEY `ix_macuares_combinacion` (`combinacion`, `fecha`, `grupo`),
   KEY `ix_macuares_taquilla` (`taquilla`, `numero`),
@@ -481,6 +495,7 @@ CREATE TABLE `ventas_mc` (
   `confirmacion` INT NOT NULL DEFAULT 0,
   `cobrado` DOUBLE NOT NULL DEFAULT 0,
   `fecha_cobro` VARCHAR(10) NOT NULL DEFAULT '0',
+  `ficha` VARCHAR(32) NULL DEFAULT NULL,
   PRIMARY KEY (`id_venta`),
   KEY `ix_ventas_mc_boleto` (`boleto`),
   KEY `ix_ventas_mc_fecha` (`fecha`, `grupo`)

@@ -14,7 +14,6 @@ using T = Campo::Tipo;
 using namespace campo;
 
 constexpr double kMillon = 1e6;
-constexpr double kTope = 1e9;
 
 // The window's name in the administrator's log.
 const QString kVentana = QStringLiteral("Form_ConfiguracionGeneral");
@@ -44,8 +43,8 @@ const QVector<Campo>& camposConfiguracion() {
         interruptor("venta_tf", "VENTA DE TABLA FIJA ABIERTA", kDia),
         decimal("valor_ganador", "VALOR DEL GANADOR", kVentas, 0.01, kMillon),
         decimal("valortablafija", "VALOR DE LA TABLA FIJA", kVentas, 0, kMillon),
-        decimal("apuesta_max_win", "APUESTA MAXIMA DE GANADORES", kVentas, 0, kTope),
-        decimal("cupo_tf", "CUPO DE TABLA FIJA", kVentas, 0, kTope),
+        decimal("apuesta_max_win", "APUESTA MAXIMA DE GANADORES", kVentas, 0, kMontoMaximo),
+        decimal("cupo_tf", "CUPO DE TABLA FIJA", kVentas, 0, kMontoMaximo),
         interruptor("permitir_tf", "PERMITIR TABLA FIJA", kVentas),
         interruptor("permitir_mc", "PERMITIR MACUARE", kVentas),
         interruptor("funtdolar", "MONTOS EN DOLARES", kVentas),
@@ -53,13 +52,14 @@ const QVector<Campo>& camposConfiguracion() {
         decimal("monto_condicionado", "MONTO CONDICIONADO", kVentas, 0, kMillon),
         entero("dias", "DIAS DE LOS BOLETOS VENCIDOS EN LA TABLA DEL DIA", kVentas, 0, 365),
         interruptor("rpt_taquillaconfirmar", "RESUMEN SOLO CON CARRERA CONFIRMADA", kVentas),
+        interruptor("no_anular_cerrada", "LA TAQUILLA NO ANULA BOLETOS DE CARRERAS CERRADAS", kVentas),
         textoLibre("empresa", "EMPRESA", kEmpresa, 100),
         textoLibre("rif", "RIF", kEmpresa, 45),
         interruptor("impresion_datos", "IMPRIMIR DATOS DE LA EMPRESA", kEmpresa),
         textoLibre("mensaje", "MENSAJE DEL ADMINISTRADOR", kEmpresa, 255),
         textoLibre("mensajetaq", "MENSAJE A LAS TAQUILLAS", kEmpresa, 255),
         textoLibre("mora", "AVISO DE MORA", kEmpresa, 100),
-        decimal("version", "VERSION PUBLICADA", kSistema, 0, kTope),
+        decimal("version", "VERSION PUBLICADA", kSistema, 0, kMontoMaximo),
         textoLibre("web", "DIRECCION DE DESCARGA", kSistema, 255),
         interruptor("centrarform", "CENTRAR LAS VENTANAS", kSistema),
         opcion("tipo_pantalla", "PANTALLA DE TABLA FIJA", kSistema, {"PANTALLA 1", "PANTALLA 2"}),
@@ -78,11 +78,11 @@ const QVector<Campo>& camposGrupo() {
         entero("carrera", "CARRERA DEL GRUPO (0 = LA ACTUAL)", kGanadores, 0, 99),
         entero("id_hipodromo", "HIPODROMO DEL GRUPO (0 = EL ACTUAL)", kGanadores, 0, 99999),
         decimal("valor_ganador", "VALOR DEL GANADOR (0 = EL GENERAL)", kGanadores, 0, kMillon),
-        decimal("apuesta_max_win", "APUESTA MAXIMA POR BOLETO", kGanadores, 0, kTope),
+        decimal("apuesta_max_win", "APUESTA MAXIMA POR BOLETO", kGanadores, 0, kMontoMaximo),
         decimal("min_bs", "JUGADA MINIMA EN BS", kGanadores, 0, kMillon),
         decimal("min_dol", "JUGADA MINIMA EN DOLARES", kGanadores, 0, kMillon),
-        decimal("cupo_winxjugador", "CUPO POR JUGADOR", kGanadores, 0, kTope),
-        decimal("cupovip", "CUPO POR JUGADOR VIP", kGanadores, 0, kTope),
+        decimal("cupo_winxjugador", "CUPO POR JUGADOR", kGanadores, 0, kMontoMaximo),
+        decimal("cupovip", "CUPO POR JUGADOR VIP", kGanadores, 0, kMontoMaximo),
         interruptor("admin_cupo", "CUPOS POR CABALLO", kGanadores),
         opcion("opcioncupowin", "CUPO DEL CABALLO", kGanadores, {"POR GRUPO", "POR CENTRO HIPICO"}),
         interruptor("pedirclave", "AUTORIZAR CON CLAVE", kGanadores),
@@ -101,8 +101,8 @@ const QVector<Campo>& camposGrupo() {
         opcion("no_aut_3t", "REGLA DE LAS TABLAS", kSubastas,
                {kOpcionesNoAut3t[0], kOpcionesNoAut3t[1], kOpcionesNoAut3t[2]}),
         entero("veces_mc", "VECES MAXIMAS DEL MACUARE", kMacuare, 0, 1000),
-        decimal("apuesta_max_mc", "APUESTA MAXIMA DEL MACUARE", kMacuare, 0, kTope),
-        decimal("cupo_mc", "CUPO POR COMBINACION", kMacuare, 0, kTope),
+        decimal("apuesta_max_mc", "APUESTA MAXIMA DEL MACUARE", kMacuare, 0, kMontoMaximo),
+        decimal("cupo_mc", "CUPO POR COMBINACION", kMacuare, 0, kMontoMaximo),
         textoLibre("mensajemc", "MENSAJE DEL MACUARE", kMacuare, 255),
     };
     return campos;

@@ -121,7 +121,8 @@ MenuPrincipal::Anulacion MenuPrincipal::AnularBoleto() {
     case ResultadoAnulacion::Cancelada: return Anulacion::Cancelada;
     case ResultadoAnulacion::NoEncontrado:
     case ResultadoAnulacion::NoAnulable: return Anulacion::NoEncontrado;
-    case ResultadoAnulacion::Cerrado: return Anulacion::CarreraProcesada;
+    case ResultadoAnulacion::Cerrado:
+    case ResultadoAnulacion::VentaCerrada: return Anulacion::CarreraProcesada;
     case ResultadoAnulacion::Anulado: return Anulacion::Anulado;
     case ResultadoAnulacion::Error: break;
     }

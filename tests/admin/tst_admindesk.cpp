@@ -406,6 +406,14 @@ private slots:
         dlg().type("CLIENTE DESISTIO");
         QVERIFY(!boletos().anularPorNumero(n));
         esperar("Administración del Sistema", "EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
+        // The void by code's own code is no key here.
+        dlg().type("KTR384");
+        QVERIFY(!boletos().anularPorNumero(n));
+        esperar("Administración del Sistema", "EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
+        // A reason longer than the log keeps is refused before anything is written.
+        dlg().type(QString(256, 'X'));
+        QVERIFY(!boletos().anularPorNumero(n));
+        esperar("Verificación del Sistema", "EL MOTIVO ES DEMASIADO LARGO: MAXIMO 255 CARACTERES");
         QCOMPARE(contar("SELECT count(*) FROM ma_principal"), 1.0);
         QCOMPARE(contar("SELECT count(*) FROM bitacora"), 0.0);
         dlg().type("QWPLR850264");
@@ -426,6 +434,11 @@ private slots:
         QVERIFY(boletos().anularPorNumero(m));
         QCOMPARE(textOf(db(), "SELECT motivo FROM bitacora WHERE numero = ?", {m}),
                  QString("o'brien'; drop table bitacora; --"));
+        // A code typed where it opens nothing is still never written into the log.
+        const long long k = venderBoleto(db(), hoy, 7, 2, 3, "07", "LOS PINOS");
+        dlg().type("KTR384");
+        QVERIFY(boletos().anularPorNumero(k));
+        QCOMPARE(textOf(db(), "SELECT motivo FROM bitacora WHERE numero = ?", {k}), QString("ELIMINADO POR EL ADMIN"));
         dlg().type("QWPLR850264");
         QVERIFY(!boletos().anularPorNumero(p));
         esperar("Administración del Sistema", "EL BOLETO NO SE PUEDE ANULAR");

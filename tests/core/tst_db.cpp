@@ -246,9 +246,9 @@ private slots:
                     auto db = env->connect();
                     for (int k = 0; k < kEach; ++k) {
                         const QString tag = QString("T%1-%2").arg(t).arg(k);
-                        db->exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
+                        db->exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)",
                                  {1, 3, 2.0, "LOS PINOS", "07", "10:00:00", "2026-11-23", 0.0, 0, "0", tag, "S1",
-                                  "0", "0", "0", "0", "0", "0"});
+                                  "0", "0", "0", "0", "0", "0", nullptr});
                         got[t].emplace_back(db->lastInsertId(), tag);
                     }
                 } catch (...) {

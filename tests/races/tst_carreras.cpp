@@ -106,6 +106,44 @@ private slots:
         QCOMPARE(carreras(), c);
     }
 
+    // A name longer than its column is refused; the column counts characters, not bytes.
+    void aceptarRefusesANameTooLong() {
+        const long long c = carreras(), n = caballos();
+        CarrerasLogica l(env->ctx);
+        QVERIFY(!l.aceptar({env->clock.today(), "LA RINCONADA", "1", QString(101, 'A'), "13"}));
+        refused("Verifique e intente nuevamente", "EL NOMBRE DEL CABALLO ES DEMASIADO LARGO: MAXIMO 100 CARACTERES");
+        QCOMPARE(carreras(), c);
+        QCOMPARE(caballos(), n);
+        env->dialogs.clear();
+        QVERIFY(l.aceptar({env->clock.today(), "LA RINCONADA", "1", QString(100, QChar(0x00D1)), "13"}));
+        QCOMPARE(contar("select count(*) from caballos where nombre=?", {QString(100, QChar(0x00D1))}), 1LL);
+    }
+
+    void wildcardsMatchLiterally_data() {
+        QTest::addColumn<QString>("texto");
+        QTest::addColumn<QString>("nombre");  // the one name that contains it
+        QTest::newRow("percent") << "%" << "CIEN % PURO";
+        QTest::newRow("underscore") << "_" << "A_B";
+        QTest::newRow("escape character") << "!" << "UNO!DOS";
+        QTest::newRow("backslash") << "\\" << "BARRA \\ DOBLE";
+    }
+    // "%" and "_" typed in the search or the delete are letters of a name:
+    // deleting "%" removes the name that has one, not the oldest horse.
+    void wildcardsMatchLiterally() {
+        QFETCH(QString, texto);
+        QFETCH(QString, nombre);
+        for (const char* n : {"CIEN % PURO", "A_B", "UNO!DOS", "BARRA \\ DOBLE"})
+            env->db().exec("INSERT INTO caballos (nombre) VALUES (?)", {n});
+        CarrerasLogica l(env->ctx);
+        const Recordset encontrados = l.buscarCaballos(texto);
+        QCOMPARE(encontrados.size(), 1);
+        QCOMPARE(encontrados.first().text("nombre"), nombre);
+        const long long antes = caballos();
+        QVERIFY(l.eliminarCaballo(texto));
+        QCOMPARE(caballos(), antes - 1);
+        QCOMPARE(contar("select count(*) from caballos where nombre=?", {nombre}), 0LL);
+    }
+
     void searchAsTyped() {
         CarrerasLogica l(env->ctx);
         QStringList nombres;

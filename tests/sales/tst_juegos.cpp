@@ -5,6 +5,9 @@
 // adds rows and its booth below.
 #include "BoothFixture.h"
 
+#include "admin/BoletosEscritorio.h"
+
+#include <QElapsedTimer>
 #include <QtTest>
 #include <thread>
 
@@ -120,6 +123,11 @@ private slots:
         taq1("zero", {"1", "3", "0", ""}, "EL MONTO NO ES VALIDO");
         taq1("three decimals", {"1", "3", "1,255", ""}, "EL MONTO NO ES VALIDO");
         taq1("huge", {"1", "3", "99999999999999999", ""}, "EL MONTO NO ES VALIDO");
+        // With no maximum per ticket a sane bound still holds: nobody bets a thousand million.
+        fila("absurd, no maximum per ticket", {"update grupos set apuesta_max_win=0, admin_cupo=0"}, "taquilla1",
+             {"1", "3", "9999999999", ""}, verif, "EL MONTO NO ES VALIDO");
+        fila("units whose money is absurd", {"update grupos set apuesta_max_win=0, admin_cupo=0"}, "taquilla1",
+             {"1", "3", "100000001", ""}, verif, "EL MONTO NO ES VALIDO");
         taq1("negative", {"1", "3", "-5", ""}, "EL MONTO NO ES VALIDO");
         taq1("below the minimum", {"1", "3", "0,9", ""}, "EL MONTO ES MENOR AL PERMITIDO");
         taq1("horse 0", {"1", "0", "5", ""}, "EL NUMERO DE CABALLO NO ES VALIDO");
@@ -278,6 +286,116 @@ private slots:
         QCOMPARE(numberOf(db(), QString("SELECT premios FROM %1").arg(j().totales).toStdString()), premios);
     }
 
+    // The payment takes the ticket by its key alone: another transaction
+    // holding the ticket's entry in the code's index does not hold it up.
+    void cobroPorLaClave() {
+        c = cabina("ganadores", env->ctx);
+        const QString codigo = boleto({}, true);
+        QVERIFY(c->consultar(codigo).pagable);
+        auto otro = env->connect();
+        otro->begin();
+        otro->query("SELECT nu_boleto FROM ma_principal FORCE INDEX (ix_ma_principal_boleto) WHERE nu_boleto = ? "
+                    "LOCK IN SHARE MODE",
+                    {codigo});
+        QElapsedTimer reloj;
+        reloj.start();
+        const bool pagado = c->cobrar();
+        const qint64 espera = reloj.elapsed();
+        otro->rollback();
+        QVERIFY(pagado);
+        QVERIFY2(espera < 2000, qPrintable(QString("%1 ms").arg(espera)));
+        env->dialogs.clear();
+    }
+
+    void pagoContraEscritorio_data() {
+        QTest::addColumn<QString>("accion");
+        QTest::newRow("void by number") << "anular por numero";
+        QTest::newRow("void by code") << "anular por codigo";
+        QTest::newRow("refund") << "devolver";
+    }
+    // A booth pays a winner while the administrator voids or refunds the same
+    // ticket, on their own connections, one starting first and then the other,
+    // round after round: each ticket ends paid or changed by the desk, never
+    // both, and no call waits long.
+    void pagoContraEscritorio() {
+        QFETCH(QString, accion);
+        constexpr int kRondas = 40;
+        constexpr qint64 kCota = 5000;  // ms: far below any lock wait
+        c = cabina("ganadores", env->ctx);
+        QVector<QString> codigos;
+        for (int i = 0; i < kRondas; ++i) codigos << boleto({}, false);
+        c->premiar(db(), fechaTrabajo(env->ctx));
+        Taquilla a(*env, env->ctx.session);
+        Session sesionAdmin = env->ctx.session;
+        sesionAdmin.usuario = "admin";
+        Taquilla d(*env, sesionAdmin);
+        const auto ca = cabina("ganadores", a.ctx);
+        BoletosEscritorio escritorio(d.ctx);
+        qint64 peor = 0;
+        int pagados = 0, cambiados = 0;
+        for (int i = 0; i < kRondas; ++i) {
+            const QString codigo = codigos[i];
+            const long long numero = Row::toInteger(db().scalar("SELECT numero FROM ma_principal WHERE nu_boleto=?", {codigo}));
+            QVERIFY(ca->consultar(codigo).pagable);
+            if (accion == "anular por numero") d.dialogs.type("QWPLR850264");
+            if (accion == "anular por codigo") d.dialogs.type(codigo).type("KTR384").yes();
+            if (accion == "devolver") d.dialogs.type("DEVUELTO");
+            bool pago = false, cambio = false;
+            qint64 tPago = 0, tCambio = 0;
+            // Even rounds: the booth starts first; odd rounds: the desk.
+            const bool cajaPrimero = i % 2 == 0;
+            auto pagar = [&] {
+                if (!cajaPrimero) std::this_thread::sleep_for(std::chrono::milliseconds(i % 4));
+                QElapsedTimer t;
+                t.start();
+                pago = ca->cobrar();
+                tPago = t.elapsed();
+            };
+            auto cambiar = [&] {
+                if (cajaPrimero) std::this_thread::sleep_for(std::chrono::milliseconds(i % 4));
+                QElapsedTimer t;
+                t.start();
+                if (accion == "anular por numero") cambio = escritorio.anularPorNumero(numero);
+                if (accion == "anular por codigo") cambio = escritorio.anularPorCodigo();
+                if (accion == "devolver") cambio = escritorio.devolver(numero);
+                tCambio = t.elapsed();
+            };
+            std::thread tp(pagar), tc(cambiar);
+            tp.join();
+            tc.join();
+            peor = std::max({peor, tPago, tCambio});
+            QVERIFY2(pago != cambio, qPrintable(QString("round %1: paid %2, desk %3").arg(i).arg(pago).arg(cambio)));
+            const Recordset fila = db().query("SELECT estatus FROM ma_principal WHERE numero = ?", {numero});
+            const long long enBitacora =
+                Row::toInteger(db().scalar("SELECT count(*) FROM bitacora WHERE numero = ?", {numero}));
+            if (pago) {
+                ++pagados;
+                QCOMPARE(fila.first().integer("estatus"), 2LL);
+                QCOMPARE(enBitacora, 0LL);
+                QCOMPARE(d.dialogs.last().text, accion == "devolver" ? QString("BOLETO YA PAGADO")
+                                                                     : QString("EL BOLETO NO SE PUEDE ANULAR"));
+            } else {
+                ++cambiados;
+                if (accion == "devolver")
+                    QCOMPARE(fila.first().integer("estatus"), 4LL);
+                else
+                    QVERIFY(fila.empty());
+                QCOMPARE(enBitacora, 1LL);
+                QCOMPARE(a.dialogs.last().text, QString("VERIFIQUE EL NUMERO DEL BOLETO"));
+            }
+            QVERIFY(!d.dialogs.answersLeft());
+            a.dialogs.clear();
+            d.dialogs.clear();
+        }
+        QVERIFY2(peor < kCota, qPrintable(QString("a call took %1 ms").arg(peor)));
+        // Both orders happened.
+        QVERIFY(pagados > 0);
+        QVERIFY(cambiados > 0);
+        // The group's day row moved by the paid tickets only.
+        QCOMPARE(numberOf(db(), "SELECT premios FROM ventas_ganadores_general"),
+                 numberOf(db(), "SELECT coalesce(sum(cobrado), 0) FROM ma_principal WHERE estatus = 2"));
+    }
+
     void anulacion_data() {
         QTest::addColumn<QString>("juego");
         QTest::addColumn<QString>("cambio");
@@ -298,6 +416,11 @@ private slots:
         fila("winner", "estatus=1, cobrado=30", {}, {"=", "ANULADO", "sí"}, noSePuede);
         fila("processed race", "", {"update carreras set win_ganadores=5 where carrera=1 and id_hipodromo=2"},
              {"=", "ANULADO", "sí"}, "EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
+        fila("reason longer than the log keeps", "", {}, {"=", QString(256, 'A')},
+             "EL MOTIVO ES DEMASIADO LARGO: MAXIMO 255 CARACTERES");
+        fila("closed race, with the setting on", "",
+             {"update configuracion set no_anular_cerrada=1", "update carreras set venta=0 where carrera=1"},
+             {"=", "ANULADO", "sí"}, "LA CARRERA ESTA CERRADA, NO SE PUEDEN HACER CAMBIOS");
     }
     void anulacion() {
         QFETCH(QString, cambio);
@@ -313,6 +436,34 @@ private slots:
         QVERIFY(!c->anular());
         QCOMPARE(env->dialogs.last().text, texto);
         QCOMPARE(fotoJuego(), antes);
+    }
+
+    void anulacionCarreraCerrada_data() {
+        QTest::addColumn<QString>("juego");
+        QTest::addColumn<int>("ajuste");  // configuracion.no_anular_cerrada
+        QTest::addColumn<bool>("anulado");
+        QTest::newRow("setting off (the default): voided until the result") << "ganadores" << 0 << true;
+        QTest::newRow("setting on: refused once the race is closed") << "ganadores" << 1 << false;
+    }
+    // The booth voids a ticket of a race whose pool was closed, unless the setting says no.
+    void anulacionCarreraCerrada() {
+        QFETCH(int, ajuste);
+        QFETCH(bool, anulado);
+        abrirCabina();
+        const QString abierta = boleto({}, false);
+        const QString cerrada = boleto({}, false);
+        db().exec("update configuracion set no_anular_cerrada=?", {ajuste});
+        // While the race sells, the setting changes nothing.
+        env->dialogs.type(abierta).type("ANULADO").yes();
+        QVERIFY(c->anular());
+        db().exec("update carreras set venta=0 where carrera=1");
+        env->dialogs.clear();
+        env->dialogs.type(cerrada).type("ANULADO").yes();
+        QCOMPARE(c->anular(), anulado);
+        QCOMPARE(env->dialogs.last().text, anulado ? QString("BOLETO ANULADO CON EXITO")
+                                                   : QString("LA CARRERA ESTA CERRADA, NO SE PUEDEN HACER CAMBIOS"));
+        QCOMPARE(numberOf(db(), QString("SELECT count(*) FROM %1").arg(j().tabla).toStdString()), anulado ? 0.0 : 1.0);
+        env->dialogs.clear();
     }
 };
 

@@ -121,13 +121,14 @@ private slots:
         db().exec("update carreras set venta=1 where carrera=8 and id_hipodromo=2");
         db().exec("update grupos set carrera=8 where grupo in ('07','08')");
         entrar("taquilla1");
-        // Open tickets of the race: two of this group (one paid refund), one of another group.
+        // Tickets of the race: this group's open, winning, paid-refund and paid-winner ones, and one of another group.
         auto boleto = [&](const QString& grupo, int estatus, double cobrado) {
             return venderBoleto(db(), env->clock.today(), 8, 1, 3, grupo, "LOS PINOS", estatus, cobrado).numero;
         };
         const long long abierto = boleto("07", 0, 0);
         const long long ganador = boleto("07", 1, 75);
         const long long pagado = boleto("07", 3, 30);
+        const long long ganadorPagado = boleto("07", 2, 75);
         const long long otroGrupo = boleto("08", 0, 0);
         VentaGanadores v = nueva();
         const long long antes = contar(db(), "ma_principal");
@@ -149,6 +150,8 @@ private slots:
             QCOMPARE(estado(ganador), QString("4:30"));
         }
         QCOMPARE(estado(pagado), QString("3:30"));
+        // A paid winner stays paid: it never becomes a refund to pay again.
+        QCOMPARE(estado(ganadorPagado), QString("2:75"));
         QCOMPARE(estado(otroGrupo), QString("0:0"));
     }
 

@@ -36,9 +36,9 @@ private slots:
         // tables the program writes through its writers are checked below).
         QTest::newRow("usuarios") << "INSERT INTO `usuarios` VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 14;
         QTest::newRow("ventas_ganadores")
-            << "INSERT INTO `ventas_ganadores` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 19;
-        QTest::newRow("tablafija") << "INSERT INTO `tablafija` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?)" << 12;
-        QTest::newRow("ventas_tf") << "INSERT INTO `ventas_tf` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 13;
+            << "INSERT INTO `ventas_ganadores` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 20;
+        QTest::newRow("tablafija") << "INSERT INTO `tablafija` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 13;
+        QTest::newRow("ventas_tf") << "INSERT INTO `ventas_tf` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 14;
         QTest::newRow("bitacora_tf") << "INSERT INTO `bitacora_tf` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?)" << 15;
         QTest::newRow("combinaciones_general") << "INSERT INTO `combinaciones_general` VALUES (NULL,?,?,?,?)" << 4;
         QTest::newRow("carreras_remate")
@@ -65,7 +65,8 @@ private slots:
     // A row of each writer, with distinct values.
     static const std::vector<Insercion>& muestras() {
         static const std::vector<Insercion> m{
-            BoletoGanador{3, 5, 2.5, "LOS PINOS", "07", "10:15:00", "2026-11-23", 7.5, 1, "2026-11-24", "07112310", "S1"}
+            BoletoGanador{3, 5, 2.5, "LOS PINOS", "07", "10:15:00", "2026-11-23", 7.5, 1, "2026-11-24", "07112310", "S1",
+                          "0123456789abcdef0123456789abcdef"}
                 .insercion(),
             AnotacionBitacora{1000, 3, 5, 2.5, "LOS PINOS", "07", "10:15:00", "2026-11-23", "07112310", 7.5, "ANULADO",
                               "taquilla1", 5}

@@ -112,10 +112,13 @@ private slots:
         (*v)["mensaje"] = "CIERRE A LAS 10 PM";
         (*v)["fecha"] = fechaVista(manana);
         (*v)["venta_tf"] = "1";
+        QCOMPARE(v->value("no_anular_cerrada"), QString("0"));  // off unless switched on
+        (*v)["no_anular_cerrada"] = "1";
         QVERIFY(c.guardar(*v));
         QCOMPARE(env->dialogs.last().text, QString("Los cambios se han realizado con exito"));
         QCOMPARE(numberOf(db(), "SELECT valor_ganador FROM configuracion"), 12.5);
         QCOMPARE(textOf(db(), "SELECT fecha FROM configuracion"), manana);
+        QCOMPARE(numberOf(db(), "SELECT no_anular_cerrada FROM configuracion"), 1.0);
         QCOMPARE(env->ctx.session.fecha, manana);
         QCOMPARE(*c.cargar(), *v);
     }

@@ -25,7 +25,7 @@ struct BoletoDePrueba {
 inline BoletoDePrueba venderBoleto(Db& db, const QDate& dia, long long carrera, long long caballo, double ganadores,
                                    const QString& grupo, const QString& ch, int estatus = 0, double cobrado = 0) {
     const BoletoGanador b{carrera, caballo, ganadores, ch, grupo, "10:00:00", fechaSql(dia), cobrado, estatus, "0", "",
-                          "S1"};
+                          "S1", ""};
     const long long numero = insertar(db, b.insercion());
     const QString codigo = codigoBoleto(grupo, dia, numero);
     const LlavesVenta k = llavesVenta(numero, caballo, ganadores, carrera, grupo);
