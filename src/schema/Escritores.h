@@ -104,6 +104,23 @@ struct MovimientoCliente {
     Insercion insercion() const;
 };
 
+// carreras_remate: a horse's row of an auction race as the board creates it:
+// the wide row (five tables), every buyer, amount, pot and house column
+// empty, the centre and the percentage stamped.
+struct FilaRemate {
+    QString fecha;
+    long long carrera = 0;
+    QString caballo;
+    long long nuCaballo = 0;
+    int retirado = 0;
+    QString ch;
+    double porcentaje = 0;
+    Insercion insercion() const;
+};
+// Rows of one table in one statement: "INSERT INTO `t` VALUES (NULL,...),(NULL,...);".
+// Gives the rows written.
+long long insertarFilas(Db& db, const std::vector<Insercion>& filas);
+
 // ventas_auditoria: the snapshot of a race's winner tickets, one row per
 // ma_principal row of the INSERT ... SELECT, as the given game and currency.
 Insercion auditoriaGanadores(int juego, int moneda);
