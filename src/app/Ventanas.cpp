@@ -9,6 +9,9 @@
 #include "sales/Form_ConfImpresion.h"
 #include "sales/Form_RPT_CuadreTaqWIn.h"
 #include "sales/Form_Venta_WIN.h"
+#include "subastas/Form_Admin_Remate.h"
+#include "subastas/Form_RptSubasta_Fechas.h"
+#include "subastas/Form_Subasta.h"
 
 namespace hipico {
 
@@ -23,6 +26,11 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("configuracion_menu",
                  [](Context& ctx, QWidget* menu) { return new Form_ConfiguracionGeneral(ctx, menu); });
     registro.add("CT_ADMIN_MENU", [](Context& ctx, QWidget* menu) { return new Form_RPT_CuadreTaqWIn(ctx, menu); });
+    // Auctions: every board under its own name, the winner and the report by dates.
+    for (const DisenoSubasta& d : disenosSubasta())
+        registro.add(d.nombre, [&d](Context& ctx, QWidget* menu) { return new Form_Subasta(ctx, d, menu); });
+    registro.add("winremate_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_Remate(ctx, menu); });
+    registro.add("control61", [](Context& ctx, QWidget* menu) { return new Form_RptSubasta_Fechas(ctx, menu); });
 }
 
 }  // namespace hipico

@@ -109,13 +109,14 @@ Subasta::Estado Subasta::cargar(const QString& hipodromo, long long carrera, boo
     parametros_.ch = ctx_.session.ch;
     porcentaje_ = parametros_.porRemate;
     const bool abierta = Row::toInteger(ventaRm) != 0 && conf.integer("venta_remate") != 0;
-    estado_ = abierta ? Estado::Abierta : Estado::Cerrada;
     if (abierta && !esSocio()) {
         crearFilas(db, *id);
         db.exec("update carreras_remate set porcentaje=?  Where carrera = ? and fecha = ? and ch = ?",
                 {porcentaje_, carrera_, fecha_, ctx_.session.ch});
     }
     leerFilas();
+    // Loaded: from here on the board shows the race.
+    estado_ = abierta ? Estado::Abierta : Estado::Cerrada;
     refrescar();
     return estado_;
 }

@@ -46,6 +46,14 @@ const QVector<Caso>& casos() {
         {"Form_AbrirCerrar", "abrir_cerrar_menu", "admin", "hipodromo", true},
         {"Form_CambiarGrupo", "ch_menu_grupo", "admin", "lstGrupos", true},
         {"Form_ConfiguracionGeneral", "configuracion_menu", "admin", "fecha", true},
+        {"Form_Subasta_2T", "Form_Subasta_2T", "remate", "carrera", true},
+        {"Form_Subasta_2T_800", "Form_Subasta_2T_800", "remate", "carrera", true},
+        {"Form_Subasta_3T", "Form_Subasta_3T", "remate", "carrera", true},
+        {"Form_Subasta_4T", "Form_Subasta_4T", "remate", "carrera", true},
+        {"Form_Subasta_5T", "Form_Subasta_5T", "remate", "carrera", true},
+        {"Form_SubastaINT_2T", "Form_SubastaINT_2T", "remate", "carrera", true},
+        {"Form_Admin_Remate", "winremate_menu", "remate", "carrera", true},
+        {"Form_RptSubasta_Fechas", "control61", "admin", "desde", true},
     };
     return todos;
 }
@@ -89,6 +97,9 @@ const QVector<Fallo>& fallos() {
         {"Form_ConfiguracionGeneral", "DROP TABLE configuracion", false,
          [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("Boton_Guardar"), Qt::LeftButton); }, false,
          "configuracion"},
+        {"Form_Subasta_2T", "DROP TABLE carreras_remate", false,
+         [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("cargar"), Qt::LeftButton); }, false,
+         "carreras_remate"},
         {"Form_CambiarGrupo", "DROP TABLE grupos", false,
          [](QWidget* w) { QTest::keyClick(w->findChild<QWidget*>("lstGrupos"), Qt::Key_Return); }, false, "grupos"},
         {"frmLogin", "DROP TABLE usuarios", false,
