@@ -75,6 +75,7 @@ private slots:
             MovimientoCliente{1, -15, " Ganadores", 2, 7, 1, "07112310", "2026-11-23", "10:15:00", "CARRERA 3"}.insercion(),
             auditoriaGanadores(1, 0),
             resultadoTaquilla("LOS PINOS", "23-11-2026", 90, 60, 30, 10),
+            FilaRemate{"2026-11-23", 3, "RELAMPAGO", 5, 1, "LOS PINOS", 20}.insercion(),
         };
         return m;
     }
