@@ -25,6 +25,13 @@ constexpr int kNumCaballos = sizeof(kCaballos) / sizeof(kCaballos[0]);
 // Horses per race: track 1 then track 2, races 1 to 8.
 constexpr int kCorredores[2][8] = {{8, 10, 7, 12, 9, 11, 6, 6}, {9, 7, 12, 8, 10, 6, 11, 7}};
 
+// A demo user, in its group's centre, with its password enciphered.
+void insertarUsuario(Db& db, const DemoUsuario& u) {
+    db.exec("INSERT INTO usuarios (usuario, clave, nombre, nivel, grupo, ch, estatus, fecha_ingreso) "
+            "SELECT ?, ?, ?, ?, ?, COALESCE((SELECT ch FROM grupos WHERE grupo = ? LIMIT 1), ''), 'Activo', ''",
+            {u.usuario, Encriptar(u.clave, kClaveMaestra), u.nombre, u.nivel, u.grupo, u.grupo});
+}
+
 }  // namespace
 
 const QVector<DemoUsuario>& usuariosDemo() {
@@ -112,12 +119,7 @@ void cargarDemo(Db& db, const QDate& hoy) {
                         "VALUES (?, ?, 500, 0.01, 2.99, 3, 0, 3, 9.99, 1, 1, 10, 2, 60, 30)",
                         {ch, hipodromo});
 
-        for (const DemoUsuario& u : usuariosDemo()) {
-            const QString ch = (u.grupo == "12" || u.grupo == "15") ? "MARACAY" : "LOS PINOS";
-            db.exec("INSERT INTO usuarios (usuario, clave, nombre, nivel, grupo, ch, estatus, fecha_ingreso) "
-                    "VALUES (?, ?, ?, ?, ?, ?, 'Activo', '')",
-                    {u.usuario, Encriptar(u.clave, kClaveMaestra), u.nombre, u.nivel, u.grupo, ch});
-        }
+        for (const DemoUsuario& u : usuariosDemo()) insertarUsuario(db, u);
 
         int nombre = 0;
         for (int pista = 0; pista < 2; ++pista) {
@@ -217,12 +219,7 @@ void cargarDemoSubastas(Db& db, const QDate& hoy) {
             db.exec("UPDATE carreras_remate SET pote = 100, pote2 = 50 WHERE fecha = ? AND carrera = 1 AND ch = ?",
                     {fecha, t.ch});
         }
-        for (const DemoUsuario& u : usuariosDemoSubastas()) {
-            const QString ch = Row::toText(db.scalar("SELECT ch FROM grupos WHERE grupo = ?", {u.grupo}));
-            db.exec("INSERT INTO usuarios (usuario, clave, nombre, nivel, grupo, ch, estatus, fecha_ingreso) "
-                    "VALUES (?, ?, ?, ?, ?, ?, 'Activo', '')",
-                    {u.usuario, Encriptar(u.clave, kClaveMaestra), u.nombre, u.nivel, u.grupo, ch});
-        }
+        for (const DemoUsuario& u : usuariosDemoSubastas()) insertarUsuario(db, u);
     });
 }
 

@@ -18,84 +18,59 @@ LadoSubasta pequeno(QVector<int> tablas, bool conCasa = true) {
             QStringLiteral("monto_casa2")};
 }
 
+// A board: its name and caption, the group values that choose it, its two
+// auctions, what it prints, its report kinds and the size it takes.
+DisenoSubasta tablero(const char* nombre, const char* titulo, int subastas, int rematetam, LadoSubasta tg,
+                      LadoSubasta tp, QVector<ImpresoSubasta> impresos, int reporteCarrera, int reporteFinal,
+                      int ancho, int alto = 640) {
+    DisenoSubasta d;
+    d.nombre = QString::fromLatin1(nombre);
+    d.titulo = QString::fromLatin1(titulo);
+    d.subastas = subastas;
+    d.rematetam = rematetam;
+    d.grande = std::move(tg);
+    d.pequeno = std::move(tp);
+    d.textoInvalidado = QStringLiteral("INV");
+    d.impresos = std::move(impresos);
+    d.reporteCarrera = reporteCarrera;
+    d.reporteFinal = reporteFinal;
+    d.ancho = ancho;
+    d.alto = alto;
+    return d;
+}
+
 QVector<DisenoSubasta> construir() {
     using I = ImpresoSubasta;
-    DisenoSubasta dos;
-    dos.nombre = QStringLiteral("Form_Subasta_2T");
-    dos.titulo = QStringLiteral("SUBASTA - 2 TABLAS");
-    dos.subastas = 2;
-    dos.grande = grande({1, 2});
-    dos.pequeno = pequeno({3, 4});
-    dos.textoInvalidado = QStringLiteral("INV");
-    dos.impresos = {I::Boleto, I::FinalDia};
-    dos.reporteCarrera = 9;
-    dos.reporteFinal = 10;
-    dos.ancho = 1000;
-
+    const DisenoSubasta dos = tablero("Form_Subasta_2T", "SUBASTA - 2 TABLAS", 2, 0, grande({1, 2}), pequeno({3, 4}),
+                                      {I::Boleto, I::FinalDia}, 9, 10, 1000);
     // The same board for an 800-pixel screen.
-    DisenoSubasta ochocientos = dos;
-    ochocientos.nombre = QStringLiteral("Form_Subasta_2T_800");
-    ochocientos.titulo = QStringLiteral("SUBASTA - 2 TABLAS");
-    ochocientos.rematetam = 1;
+    DisenoSubasta ochocientos = tablero("Form_Subasta_2T_800", "SUBASTA - 2 TABLAS", 2, 1, grande({1, 2}),
+                                        pequeno({3, 4}), {I::FinalDia}, 25, 10, 790, 500);
     ochocientos.textoInvalidado = subasta::Invalidado;
-    ochocientos.impresos = {I::FinalDia};
-    ochocientos.reporteCarrera = 25;
-    ochocientos.ancho = 790;
-    ochocientos.alto = 500;
 
-    DisenoSubasta tres;
-    tres.nombre = QStringLiteral("Form_Subasta_3T");
-    tres.titulo = QStringLiteral("SUBASTA - 3 TABLAS");
-    tres.subastas = 3;
-    tres.grande = grande({1, 2, 3});
-    tres.pequeno = pequeno({4, 5});
-    tres.textoInvalidado = QStringLiteral("INV");
+    DisenoSubasta tres = tablero("Form_Subasta_3T", "SUBASTA - 3 TABLAS", 3, 0, grande({1, 2, 3}), pequeno({4, 5}),
+                                 {I::ReporteRemate, I::FinalTG, I::FinalTP, I::GanadoresRemate, I::JugadoRemate}, 35,
+                                 4, 1200);
     tres.anulaComoRetiro = true;
     tres.ajuste = AjustePote::Ninguno;
     tres.cambioPorcentaje = false;
     tres.jugadoPorTabla = true;
-    tres.impresos = {I::ReporteRemate, I::FinalTG, I::FinalTP, I::GanadoresRemate, I::JugadoRemate};
-    tres.reporteCarrera = 35;
-    tres.reporteFinal = 4;
-    tres.ancho = 1200;
 
-    DisenoSubasta cuatro;
-    cuatro.nombre = QStringLiteral("Form_Subasta_4T");
-    cuatro.titulo = QStringLiteral("SUBASTA - 4 TABLAS");
-    cuatro.subastas = 4;
-    cuatro.grande = grande({1, 2, 3, 4});
-    cuatro.textoInvalidado = QStringLiteral("INV");
+    DisenoSubasta cuatro = tablero("Form_Subasta_4T", "SUBASTA - 4 TABLAS", 4, 0, grande({1, 2, 3, 4}), {},
+                                   {I::Boleto, I::FinalDia}, 8, 11, 1200);
     cuatro.ajuste = AjustePote::Doblaje;
     cuatro.premiosPorTabla = true;
-    cuatro.impresos = {I::Boleto, I::FinalDia};
-    cuatro.reporteCarrera = 8;
-    cuatro.reporteFinal = 11;
-    cuatro.ancho = 1200;
 
-    DisenoSubasta cinco;
-    cinco.nombre = QStringLiteral("Form_Subasta_5T");
-    cinco.titulo = QStringLiteral("SUBASTA - 5 TABLAS");
-    cinco.subastas = 5;
-    cinco.grande = grande({1, 2, 3, 4, 5}, false);
-    cinco.textoInvalidado = QStringLiteral("INV");
+    DisenoSubasta cinco = tablero("Form_Subasta_5T", "SUBASTA - 5 TABLAS", 5, 0, grande({1, 2, 3, 4, 5}, false), {},
+                                  {I::Boleto, I::ReporteRemate, I::FinalDia}, 23, 4, 1300);
     cinco.aGanarPorTabla = true;
     cinco.premiosPorTabla = true;
     cinco.tituloFinal = QStringLiteral("  RPT REMATE FINAL");
-    cinco.impresos = {I::Boleto, I::ReporteRemate, I::FinalDia};
-    cinco.reporteCarrera = 23;
-    cinco.reporteFinal = 4;
-    cinco.ancho = 1300;
 
     // International races: the 800 board's statements on a full screen, no house table.
-    DisenoSubasta internacional = ochocientos;
-    internacional.nombre = QStringLiteral("Form_SubastaINT_2T");
-    internacional.titulo = QStringLiteral("SUBASTA INTERNACIONAL - 2 TABLAS");
-    internacional.subastas = 10;
-    internacional.rematetam = 0;
-    internacional.grande = grande({1, 2}, false);
-    internacional.pequeno = pequeno({3, 4}, false);
-    internacional.ancho = 940;
-    internacional.alto = 640;
+    DisenoSubasta internacional = tablero("Form_SubastaINT_2T", "SUBASTA INTERNACIONAL - 2 TABLAS", 10, 0,
+                                          grande({1, 2}, false), pequeno({3, 4}, false), {I::FinalDia}, 25, 10, 940);
+    internacional.textoInvalidado = subasta::Invalidado;
 
     return {dos, ochocientos, tres, cuatro, cinco, internacional};
 }

@@ -3,8 +3,6 @@
 #include "gui/Ventana.h"
 #include "subastas/AdministracionSubasta.h"
 
-#include <QWidget>
-
 class QComboBox;
 class QLabel;
 class QLineEdit;

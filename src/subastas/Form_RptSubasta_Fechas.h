@@ -3,8 +3,6 @@
 #include "gui/Ventana.h"
 #include "subastas/RptSubastaFechas.h"
 
-#include <QWidget>
-
 class QComboBox;
 class QDateEdit;
 class QLabel;

@@ -19,8 +19,8 @@ using namespace hipico::test;
 class TstAdministracionSubasta : public QObject {
     Q_OBJECT
     std::unique_ptr<TestEnv> env;
+    QString fecha;  // the working day, today
     QDate hoy;
-    QString fecha;
 
     Db& db() { return env->db(); }
     ScriptedDialogs& dlg() { return env->dialogs; }
