@@ -303,7 +303,7 @@ QWidget* Form_Subasta::construirComandos() {
     int n = 0;
     for (ImpresoSubasta cual : d.impresos)
         agregar(Subasta::tituloImpreso(d, cual).trimmed(), QStringLiteral("imprimir_%1").arg(n++),
-                [this, cual] { return logica_.Imprimir(cual); }, false);
+                [this, cual] { return logica_.Impresora(cual); }, false);
     botones->addStretch();
     g->addLayout(botones, 1, 0);
 

@@ -484,7 +484,7 @@ Impreso Subasta::impreso(ImpresoSubasta cual) {
     return out;
 }
 
-bool Subasta::Imprimir(ImpresoSubasta cual) {
+bool Subasta::Impresora(ImpresoSubasta cual) {
     if (!cargada() || esSocio()) return false;
     const Impreso pieza = impreso(cual);
     if (cual != ImpresoSubasta::Boleto && ctx_.cnLocal)

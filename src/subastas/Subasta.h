@@ -104,7 +104,7 @@ public:
     Impreso impreso(ImpresoSubasta cual);
     // Prints it on the receipt printer; the day's pieces also refill the local
     // report tables when this machine has them.
-    bool Imprimir(ImpresoSubasta cual);
+    bool Impresora(ImpresoSubasta cual);
 
     // Buttons' captions and titles.
     static QString tituloImpreso(const DisenoSubasta& d, ImpresoSubasta cual);

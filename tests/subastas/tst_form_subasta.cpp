@@ -6,6 +6,7 @@
 #include "admin/Form_Admin_Win.h"
 #include "core/Formato.h"
 #include "gui/Estilo.h"
+#include "schema/Demo.h"
 #include "subastas/Form_Subasta.h"
 #include "support/Ventanas.h"
 
@@ -128,6 +129,38 @@ private slots:
         const QSize area = m.menu->area()->viewport()->size();
         QVERIFY(w->minimumSizeHint().width() <= area.width());
         QVERIFY(w->minimumSizeHint().height() <= area.height());
+    }
+
+    // The demo day shows every board: each auctioneer's menu opens the
+    // board of its group with race 1 already bid.
+    void elDemoMuestraCadaTablero_data() {
+        QTest::addColumn<QString>("usuario");
+        QTest::addColumn<QString>("tablero");
+        QTest::addColumn<QSize>("pantalla");
+        QTest::newRow("remate") << "remate" << "Form_Subasta_2T" << QSize(1366, 768);
+        QTest::newRow("remate800") << "remate800" << "Form_Subasta_2T_800" << QSize(800, 600);
+        QTest::newRow("remate3t") << "remate3t" << "Form_Subasta_3T" << QSize(1366, 768);
+        QTest::newRow("remate4t") << "remate4t" << "Form_Subasta_4T" << QSize(1366, 768);
+        QTest::newRow("remate5t") << "remate5t" << "Form_Subasta_5T" << QSize(1366, 768);
+        QTest::newRow("remateint") << "remateint" << "Form_SubastaINT_2T" << QSize(1366, 768);
+    }
+    void elDemoMuestraCadaTablero() {
+        QFETCH(QString, usuario);
+        QFETCH(QString, tablero);
+        QFETCH(QSize, pantalla);
+        cargarDemoSubastas(env->db(), env->clock.today());
+        MenuDePrueba m(*env, usuario, pantalla);
+        m.menu->boton("subasta_menu")->trigger();
+        QApplication::processEvents();
+        auto* w = qobject_cast<Form_Subasta*>(m.menu->area()->activeSubWindow()->widget());
+        QVERIFY(w);
+        QCOMPARE(w->objectName(), tablero);
+        QTest::mouseClick(hijo(w, "cargar"), Qt::LeftButton);
+        QCOMPARE(w->logica().estado(), Subasta::Estado::Abierta);
+        QCOMPARE(w->logica().lineas()[0].montos[0], 540.0);
+        QVERIFY(!hijo<QLineEdit>(w, celda("mesa", 0, 0))->text().isEmpty());
+        QApplication::processEvents();
+        grab(m.menu.get(), QString("demo_%1_%2x%3").arg(tablero).arg(pantalla.width()).arg(pantalla.height()));
     }
 
     void teclasDeLasCajas() {

@@ -467,7 +467,7 @@ private slots:
         QVERIFY(!s.AplicarPagoMinimo());
         QVERIFY(!s.CambiarPorcentaje());
         QVERIFY(!s.enviarMensaje("hola"));
-        QVERIFY(!s.Imprimir(ImpresoSubasta::Boleto));
+        QVERIFY(!s.Impresora(ImpresoSubasta::Boleto));
         QCOMPARE(dlg().count(), 0);
         QCOMPARE(fotoSubasta(), antes);
         // Nor does a partner's first look create the rows.
@@ -611,7 +611,7 @@ private slots:
         QVERIFY(lineas.contains("Premios: $850.00"));
         // The day's figures reach the report tables of this machine.
         env->ctx.session.confLocal.impresion = 0;
-        QVERIFY(s.Imprimir(ImpresoSubasta::FinalDia));
+        QVERIFY(s.Impresora(ImpresoSubasta::FinalDia));
         Db& local = env->local();
         QCOMPARE(numberOf(local, "SELECT count(*) FROM rpt_diarioremate"), 8.0);
         QCOMPARE(numberOf(local, "SELECT venta FROM rpt_diariorematefinal"), 1000.0);
