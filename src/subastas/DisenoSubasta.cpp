@@ -41,16 +41,18 @@ DisenoSubasta tablero(const char* nombre, const char* titulo, int subastas, int 
 
 QVector<DisenoSubasta> construir() {
     using I = ImpresoSubasta;
-    const DisenoSubasta dos = tablero("Form_Subasta_2T", "SUBASTA - 2 TABLAS", 2, 0, grande({1, 2}), pequeno({3, 4}),
+    DisenoSubasta dos = tablero("Form_Subasta_2T", "SUBASTA - 2 TABLAS", 2, 0, grande({1, 2}), pequeno({3, 4}),
                                       {I::Boleto, I::FinalDia}, 9, 10, 1000);
     // The same board for an 800-pixel screen.
     DisenoSubasta ochocientos = tablero("Form_Subasta_2T_800", "SUBASTA - 2 TABLAS", 2, 1, grande({1, 2}),
                                         pequeno({3, 4}), {I::FinalDia}, 25, 10, 790, 500);
     ochocientos.textoInvalidado = subasta::Invalidado;
+    ochocientos.reporteCarreraTP = dos.reporteCarreraTP = 26;
 
     DisenoSubasta tres = tablero("Form_Subasta_3T", "SUBASTA - 3 TABLAS", 3, 0, grande({1, 2, 3}), pequeno({4, 5}),
-                                 {I::ReporteRemate, I::FinalTG, I::FinalTP, I::GanadoresRemate, I::JugadoRemate}, 35,
+                                 {I::ReporteRemate, I::FinalTG, I::FinalTP, I::GanadoresRemate, I::JugadoRemate}, 3,
                                  4, 1200);
+    tres.reporteCarreraTP = 35;
     tres.anulaComoRetiro = true;
     tres.ajuste = AjustePote::Ninguno;
     tres.cambioPorcentaje = false;
@@ -71,6 +73,7 @@ QVector<DisenoSubasta> construir() {
     DisenoSubasta internacional = tablero("Form_SubastaINT_2T", "SUBASTA INTERNACIONAL - 2 TABLAS", 10, 0,
                                           grande({1, 2}, false), pequeno({3, 4}, false), {I::FinalDia}, 25, 10, 940);
     internacional.textoInvalidado = subasta::Invalidado;
+    internacional.reporteCarreraTP = 26;
 
     return {dos, ochocientos, tres, cuatro, cinco, internacional};
 }
@@ -85,6 +88,29 @@ const QVector<DisenoSubasta>& disenosSubasta() {
 const DisenoSubasta* disenoSubasta(const QString& nombre) {
     for (const DisenoSubasta& d : disenosSubasta())
         if (d.nombre == nombre) return &d;
+    return nullptr;
+}
+
+const QVector<ReporteSubasta>& reportesSubasta() {
+    static const QVector<ReporteSubasta> reportes = [] {
+        const QString carrera = QStringLiteral("REPORTE POR CARRERA - SUBASTA");
+        const QString final = QStringLiteral("REPORTE FINAL - SUBASTA");
+        const auto ruta = [](const char* archivo) { return QStringLiteral("\\Reportes\\Subasta\\") + archivo; };
+        return QVector<ReporteSubasta>{
+            {3, carrera, ruta("carrera.rpt")},        {4, final, ruta("diario.rpt")},
+            {8, carrera, ruta("carrera2.rpt")},       {9, carrera, ruta("carrera_TB.rpt")},
+            {10, final, ruta("diario_TB.rpt")},       {11, final, ruta("General.rpt")},
+            {23, carrera, ruta("carrera5.rpt")},      {25, carrera, ruta("carrera_TB2.rpt")},
+            {26, carrera, ruta("carrera_TB2_V2.rpt")}, {35, carrera, ruta("carrera_3TB.rpt")},
+            {38, QStringLiteral("REPORTE VENTA SUBASTA"), ruta("General_Subasta.rpt")},
+        };
+    }();
+    return reportes;
+}
+
+const ReporteSubasta* reporteSubasta(int tipo) {
+    for (const ReporteSubasta& r : reportesSubasta())
+        if (r.tipo == tipo) return &r;
     return nullptr;
 }
 

@@ -60,8 +60,9 @@ struct DisenoSubasta {
     bool jugadoPorTabla = false;    // printed "1T: ", "2T: " ...
     QString tituloFinal = QStringLiteral("RPT REMATE FINAL");
     QVector<ImpresoSubasta> impresos;
-    int reporteCarrera = 0;   // report kinds of the report launcher
-    int reporteFinal = 0;
+    int reporteCarrera = 0;    // report kinds of the report launcher: a race of the big board,
+    int reporteCarreraTP = 0;  // a race of the small board,
+    int reporteFinal = 0;      // the day
     int ancho = 1180;         // the size the window gives itself
     int alto = 640;
 
@@ -70,6 +71,17 @@ struct DisenoSubasta {
     bool dosSubastas() const { return pequeno.existe(); }
     const LadoSubasta& lado(bool pequena) const { return pequena && dosSubastas() ? pequeno : grande; }
 };
+
+// A report kind of the auctions, as the report launcher opens it: its caption
+// and its template beside the program.
+struct ReporteSubasta {
+    int tipo;
+    QString titulo;
+    QString plantilla;
+};
+const QVector<ReporteSubasta>& reportesSubasta();
+// The kind's entry (nullptr for a kind that is no auction report).
+const ReporteSubasta* reporteSubasta(int tipo);
 
 // The six boards.
 const QVector<DisenoSubasta>& disenosSubasta();

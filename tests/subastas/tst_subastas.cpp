@@ -507,6 +507,10 @@ private slots:
             QCOMPARE(tot.casaJugado, lado.tablaCasa.isEmpty() ? 0.0 : 25.0);
             QCOMPARE(s.lineas()[0].mesas, QVector<QString>(lado.tablas.size(), "12"));
         }
+        // Its reports are kinds the report launcher knows.
+        for (int tipo : {d.reporteCarrera, d.reporteFinal})
+            QVERIFY(reporteSubasta(tipo) && reporteSubasta(tipo)->plantilla.startsWith("\\Reportes\\Subasta\\"));
+        QCOMPARE(d.reporteCarreraTP != 0, d.dosSubastas());
         // Every piece the board prints comes out with its title and the day's figures.
         for (ImpresoSubasta cual : d.impresos) {
             const Impreso p = s.impreso(cual);
