@@ -124,18 +124,12 @@ bool CeldasSubasta::escribir(const QString& fecha, long long carrera, const QStr
     if (ctx_.session.nivel == nivel::Socio || !columnas().contains(columna)) return false;
     SqlValue valor;
     if (columna.startsWith(QLatin1String("mesa"))) {
-        const QString comprador = compradorTecleado(texto.trimmed());
-        if (!compradorValido(comprador)) {
-            ctx_.dialogs.refuse(kTituloSubasta, QStringLiteral("EL CODIGO DEL COMPRADOR NO ES VALIDO"));
-            return false;
-        }
-        valor = comprador;
+        const auto comprador = compradorSubasta(texto, ctx_.dialogs);
+        if (!comprador) return false;
+        valor = *comprador;
     } else {
-        const auto monto = montoSubasta(texto);
-        if (!monto) {
-            ctx_.dialogs.refuse(kTituloSubasta, texto::MontoNoValido);
-            return false;
-        }
+        const auto monto = montoSubasta(texto, ctx_.dialogs);
+        if (!monto) return false;
         valor = *monto;
     }
     const std::string set = "update carreras_remate set " + columna.toStdString() + "=? Where carrera = ? ";

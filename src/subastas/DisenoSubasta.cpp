@@ -1,6 +1,7 @@
 #include "subastas/DisenoSubasta.h"
 
 #include "core/Formato.h"
+#include "core/Textos.h"
 
 namespace hipico {
 
@@ -131,18 +132,21 @@ QString compradorTecleado(const QString& texto) {
     return texto == QLatin1String("C") || texto == QLatin1String("c") ? subasta::Casa : texto;
 }
 
-bool compradorValido(const QString& texto) {
-    if (texto.size() > 15) return false;
-    for (const QChar c : texto)
-        if (!(c.isLetterOrNumber() || c == QLatin1Char(' '))) return false;
-    return true;
+std::optional<QString> compradorSubasta(const QString& texto, Dialogs& dialogs) {
+    const QString comprador = compradorTecleado(texto.trimmed());
+    bool valido = comprador.size() <= 15;
+    for (const QChar c : comprador) valido = valido && (c.isLetterOrNumber() || c == QLatin1Char(' '));
+    if (valido) return comprador;
+    dialogs.refuse(kTituloSubasta, QStringLiteral("EL CODIGO DEL COMPRADOR NO ES VALIDO"));
+    return std::nullopt;
 }
 
-std::optional<double> montoSubasta(const QString& texto) {
+std::optional<double> montoSubasta(const QString& texto, Dialogs& dialogs) {
     if (texto.trimmed().isEmpty()) return 0.0;
     double v = 0;
-    if (!leerMonto(texto, v) || v < 0 || v > 999999999) return std::nullopt;
-    return v;
+    if (leerMonto(texto, v) && v >= 0 && v <= 999999999) return v;
+    dialogs.refuse(kTituloSubasta, texto::MontoNoValido);
+    return std::nullopt;
 }
 
 }  // namespace hipico

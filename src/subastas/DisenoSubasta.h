@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Dialogs.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -106,10 +108,13 @@ inline const QString Casa = QStringLiteral("casa");
 bool esCodigoCasa(const QString& mesa);
 // The buyer box's text as typed: "C" or "c" becomes "casa".
 QString compradorTecleado(const QString& texto);
-// A buyer code the boards write: letters, digits and blanks, 15 at most.
-bool compradorValido(const QString& texto);
+// The buyer code a box writes ("C" made "casa", blanks around dropped):
+// letters, digits and blanks, 15 at most. nullopt for anything else, told
+// to the user.
+std::optional<QString> compradorSubasta(const QString& texto, Dialogs& dialogs);
 // An amount typed in a board's box: digits with a decimal comma (or point),
-// not negative, below a billion; an empty box is 0. nullopt for anything else.
-std::optional<double> montoSubasta(const QString& texto);
+// not negative, below a billion; an empty box is 0. nullopt for anything
+// else, told to the user.
+std::optional<double> montoSubasta(const QString& texto, Dialogs& dialogs);
 
 }  // namespace hipico

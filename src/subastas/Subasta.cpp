@@ -212,41 +212,29 @@ bool Subasta::escribirLinea(int linea, const std::string& sql, Params valores) {
 
 bool Subasta::escribirMonto(int linea, int t, const QString& texto) {
     if (!tablaDelTablero(t) || !puedeEscribir()) return false;
-    const auto monto = montoSubasta(texto);
-    if (!monto) {
-        ctx_.dialogs.refuse(kTituloSubasta, texto::MontoNoValido);
-        return false;
-    }
+    const auto monto = montoSubasta(texto, ctx_.dialogs);
+    if (!monto) return false;
     return escribirLinea(linea, "update carreras_remate set " + columna(tabla(t)) + "=?", {*monto});
 }
 
 bool Subasta::escribirComprador(int linea, int t, const QString& texto) {
     if (!tablaDelTablero(t) || !puedeEscribir()) return false;
-    const QString comprador = compradorTecleado(texto.trimmed());
-    if (!compradorValido(comprador)) {
-        ctx_.dialogs.refuse(kTituloSubasta, QStringLiteral("EL CODIGO DEL COMPRADOR NO ES VALIDO"));
-        return false;
-    }
-    return escribirLinea(linea, "update carreras_remate set " + columna(mesa(t)) + "=?", {comprador});
+    const auto comprador = compradorSubasta(texto, ctx_.dialogs);
+    if (!comprador) return false;
+    return escribirLinea(linea, "update carreras_remate set " + columna(mesa(t)) + "=?", {*comprador});
 }
 
 bool Subasta::escribirTablaCasa(int linea, const QString& texto) {
     if (lado().tablaCasa.isEmpty() || !puedeEscribir()) return false;
-    const auto monto = montoSubasta(texto);
-    if (!monto) {
-        ctx_.dialogs.refuse(kTituloSubasta, texto::MontoNoValido);
-        return false;
-    }
+    const auto monto = montoSubasta(texto, ctx_.dialogs);
+    if (!monto) return false;
     return escribirLinea(linea, "update carreras_remate set " + columna(lado().tablaCasa) + "=?", {*monto});
 }
 
 bool Subasta::escribirPote(const QString& texto) {
     if (!puedeEscribir()) return false;
-    const auto monto = montoSubasta(texto);
-    if (!monto) {
-        ctx_.dialogs.refuse(kTituloSubasta, texto::MontoNoValido);
-        return false;
-    }
+    const auto monto = montoSubasta(texto, ctx_.dialogs);
+    if (!monto) return false;
     ctx_.servidor().exec("update carreras_remate set " + columna(lado().pote) +
                              "=? Where carrera = ?  and fecha= ? and ch= ? ",
                          {*monto, carrera_, fecha_, ctx_.session.ch});
