@@ -10,8 +10,6 @@ class QTableWidget;
 
 namespace hipico {
 
-class Context;
-
 // The auction report by dates: a date range and a group (or subgroup);
 // Procesar fills the report table and lists its rows, Imprimir prints them on
 // the receipt printer.
