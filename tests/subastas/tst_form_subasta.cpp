@@ -231,6 +231,7 @@ private slots:
         w->refrescar();
         QCOMPARE(hijo<QLabel>(w, "estado")->text(), QString("CERRADO"));
         QVERIFY(escribiendo->isReadOnly());
+        QApplication::processEvents();
         grab(m.menu.get(), "Form_Subasta_2T_cerrado");
     }
 
