@@ -1,5 +1,7 @@
 #include "admin/Form_Admin_Win.h"
 
+#include "subastas/PanelSubasta.h"
+
 #include "core/Context.h"
 #include "core/Formato.h"
 #include "gui/Campos.h"
@@ -106,6 +108,14 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent)
     pestanas_->addTab(construirBoletos(), QStringLiteral("Boletos"));
     pestanas_->addTab(construirTaquillas(), QStringLiteral("Taquillas"));
     pestanas_->setCornerWidget(esquina_, Qt::TopRightCorner);
+    subasta_ = new PanelSubasta(
+        ctx,
+        [this] {
+            const Seleccion s = seleccion();
+            return PanelSubasta::Eleccion{s.fecha, s.carrera, s.centro, s.grupo};
+        },
+        this);
+    pestanas_->addTab(subasta_, QStringLiteral("Subasta"));
     raiz->addWidget(pestanas_, 1);
 
     timer_ = new QTimer(this);
@@ -650,6 +660,7 @@ void Form_Admin_Win::refrescar() {
     refrescarRegla();
     refrescarDescargas();
     refrescarTaquillas();
+    subasta_->refrescar();
 }
 
 void Form_Admin_Win::refrescarVentas() {

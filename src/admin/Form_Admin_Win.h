@@ -27,6 +27,7 @@ class QTimer;
 namespace hipico {
 
 class Context;
+class PanelSubasta;
 class RecordsetModel;
 
 // The winners pool administration window: the administrator's desk for the
@@ -131,6 +132,9 @@ private:
 
     // Booth users.
     QTableView* taquillas_ = nullptr;
+
+    // The race's auction cells.
+    PanelSubasta* subasta_ = nullptr;
     RecordsetModel* taquillasModelo_ = nullptr;
 };
 

@@ -13,6 +13,9 @@
 #include "sales/Form_IngresoJugadas.h"
 #include "sales/Form_RPT_CuadreTaqWIn.h"
 #include "sales/Form_Venta_WIN.h"
+#include "subastas/Form_Admin_Remate.h"
+#include "subastas/Form_RptSubasta_Fechas.h"
+#include "subastas/Form_Subasta.h"
 
 namespace hipico {
 
@@ -35,6 +38,11 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("tipos_operacion_menu",
                  [](Context& ctx, QWidget* menu) { return new Form_TablaDeNombres(ctx, kTiposOperacion, menu); });
     registro.add("CT_ADMIN_MENU", [](Context& ctx, QWidget* menu) { return new Form_RPT_CuadreTaqWIn(ctx, menu); });
+    // Auctions: every board under its own name, the winner and the report by dates.
+    for (const DisenoSubasta& d : disenosSubasta())
+        registro.add(d.nombre, [&d](Context& ctx, QWidget* menu) { return new Form_Subasta(ctx, d, menu); });
+    registro.add("winremate_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_Remate(ctx, menu); });
+    registro.add("control61", [](Context& ctx, QWidget* menu) { return new Form_RptSubasta_Fechas(ctx, menu); });
 }
 
 }  // namespace hipico

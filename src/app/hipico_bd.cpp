@@ -73,6 +73,7 @@ int main(int argc, char** argv) {
             if (demo) {
                 auto db = Db::open(cadenaServidor(config));
                 cargarDemo(*db, QDate::currentDate());
+                cargarDemoSubastas(*db, QDate::currentDate());
             }
         } else if (args.contains("hipicos")) {
             crearEsquema(config.hipicos, scriptHipicos(), reemplazar);

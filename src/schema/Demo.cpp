@@ -4,6 +4,7 @@
 #include "core/Db.h"
 #include "core/Formato.h"
 #include "core/Version.h"
+#include "schema/Escritores.h"
 
 #include <QStringList>
 
@@ -56,6 +57,13 @@ void cargarDemoClientes(Db& db, const QDate& hoy) {
                 "nu_operacion, fecha, hora, observacion) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
                 {m.cliente, m.monto, m.operacion, m.tipo, m.usuario, m.banco, m.numero, fechaSql(hoy.addDays(-m.dias)),
                  m.hora, m.observacion});
+}
+
+// A demo user, in its group's centre, with its password enciphered.
+void insertarUsuario(Db& db, const DemoUsuario& u) {
+    db.exec("INSERT INTO usuarios (usuario, clave, nombre, nivel, grupo, ch, estatus, fecha_ingreso) "
+            "SELECT ?, ?, ?, ?, ?, COALESCE((SELECT ch FROM grupos WHERE grupo = ? LIMIT 1), ''), 'Activo', ''",
+            {u.usuario, Encriptar(u.clave, kClaveMaestra), u.nombre, u.nivel, u.grupo, u.grupo});
 }
 
 }  // namespace
@@ -148,12 +156,7 @@ void cargarDemo(Db& db, const QDate& hoy) {
                         "VALUES (?, ?, 500, 0.01, 2.99, 3, 0, 3, 9.99, 1, 1, 10, 2, 60, 30)",
                         {ch, hipodromo});
 
-        for (const DemoUsuario& u : usuariosDemo()) {
-            const QString ch = (u.grupo == "12" || u.grupo == "15") ? "MARACAY" : "LOS PINOS";
-            db.exec("INSERT INTO usuarios (usuario, clave, nombre, nivel, grupo, ch, estatus, fecha_ingreso) "
-                    "VALUES (?, ?, ?, ?, ?, ?, 'Activo', '')",
-                    {u.usuario, Encriptar(u.clave, kClaveMaestra), u.nombre, u.nivel, u.grupo, ch});
-        }
+        for (const DemoUsuario& u : usuariosDemo()) insertarUsuario(db, u);
 
         int nombre = 0;
         for (int pista = 0; pista < 2; ++pista) {
@@ -199,6 +202,62 @@ void cargarDemo(Db& db, const QDate& hoy) {
             db.exec("INSERT INTO ventas_tf_general (grupo, fecha) VALUES (?, ?)", {g, fecha});
             db.exec("INSERT INTO ventas_mc_general (grupo, fecha) VALUES (?, ?)", {g, fecha});
         }
+    });
+}
+
+const QVector<DemoUsuario>& usuariosDemoSubastas() {
+    static const QVector<DemoUsuario> usuarios = {
+        {"gerente08", "gerente123", "GERENTE SUBASTA LOS PINOS", "Gerente", "08"},
+        {"remate800", "remate123", "REMATADOR EL PARAISO", "Remate", "21"},
+        {"remate3t", "remate123", "REMATADOR LA GUAIRA", "Remate", "31"},
+        {"remate4t", "remate123", "REMATADOR VALENCIA NORTE", "Remate", "41"},
+        {"remate5t", "remate123", "REMATADOR BARQUISIMETO", "Remate", "51"},
+        {"remateint", "remate123", "REMATADOR MIAMI", "Remate", "61"},
+    };
+    return usuarios;
+}
+
+void cargarDemoSubastas(Db& db, const QDate& hoy) {
+    const QString fecha = fechaSql(hoy);
+    struct Tablero {
+        const char* grupo;
+        const char* ch;
+        int subastas, rematetam, tablas;
+    };
+    const Tablero tableros[] = {{"08", "LOS PINOS", 2, 0, 4},  {"21", "EL PARAISO", 2, 1, 4},
+                                {"31", "LA GUAIRA", 3, 0, 5},  {"41", "VALENCIA NORTE", 4, 0, 4},
+                                {"51", "BARQUISIMETO", 5, 0, 5}, {"61", "MIAMI", 10, 0, 4}};
+    const char* const compradores[] = {"12", "7", "casa", "21", "999", "5", "33", "18"};
+    db.inTransaction([&] {
+        for (const Tablero& t : tableros) {
+            if (QString(t.grupo) != "08")
+                db.exec("INSERT INTO grupos (grupo, ch, subgrupo, contacto, fecha_ingreso, name_empresa, ganadores, "
+                        "subastas, rematetam, por_remate, por_rematador, tablazo, tablaz1, tablaz2, tablaz3, tablaz4, "
+                        "minimo_remate, doblaje, redondear, clave_win) "
+                        "VALUES (?, ?, 'S1', 'SUBASTAS', ?, ?, 0, ?, ?, 20, 5, 50, 10, 10, 5, 5, 500, 100, 1, '1234')",
+                        {t.grupo, t.ch, fecha, QString("AGENCIA ") + t.grupo, t.subastas, t.rematetam});
+            // Race 1 of LA RINCONADA on the centre's board, bought line by line.
+            const Recordset caballos = db.query(
+                "SELECT caballo, nu_caballo, retirado FROM carreras WHERE fecha = ? AND carrera = 1 AND "
+                "id_hipodromo = 1 ORDER BY id_carrera",
+                {fecha});
+            std::vector<Insercion> filas;
+            for (const Row& c : caballos)
+                filas.push_back(FilaRemate{fecha, 1, c.text("caballo"), c.integer("nu_caballo"),
+                                           static_cast<int>(c.integer("retirado")), t.ch, 20}
+                                    .insercion());
+            insertarFilas(db, filas);
+            for (int n = 1; n <= 6; ++n)
+                for (int mesa = 1; mesa <= t.tablas; ++mesa)
+                    db.exec(QString("UPDATE carreras_remate SET tabla%1 = ?, mesa%1 = ? WHERE fecha = ? AND carrera = 1 "
+                                    "AND ch = ? AND nu_caballo = ?")
+                                .arg(mesa)
+                                .toStdString(),
+                            {double(600 - 80 * n + 20 * mesa), compradores[(n + mesa) % 8], fecha, t.ch, n});
+            db.exec("UPDATE carreras_remate SET pote = 100, pote2 = 50 WHERE fecha = ? AND carrera = 1 AND ch = ?",
+                    {fecha, t.ch});
+        }
+        for (const DemoUsuario& u : usuariosDemoSubastas()) insertarUsuario(db, u);
     });
 }
 

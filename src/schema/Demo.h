@@ -24,6 +24,12 @@ const QVector<DemoUsuario>& usuariosDemo();
 // betting centres with two groups each, their rules and limits, users of
 // every level, clients and the day's total rows.
 void cargarDemo(Db& central, const QDate& hoy);
+// The auction boards of the demo: one group in a centre of its own for each
+// board beyond the two-table one of LOS PINOS, an auctioneer for each, and
+// race 1 of LA RINCONADA auctioned with bids on every board (LOS PINOS
+// included). Kept apart from the demo day so the day stays as the tests know it.
+const QVector<DemoUsuario>& usuariosDemoSubastas();
+void cargarDemoSubastas(Db& central, const QDate& hoy);
 // The betting centres of the demo, and tomorrow's race card, on the
 // betting-centre server.
 void cargarDemoHipicos(Db& hipicos, const QDate& hoy);

@@ -47,6 +47,27 @@ long long insertarDesde(Db& db, const Insercion& fila, const std::string& origen
     return db.exec(fila.sqlDesde(origen), todos);
 }
 
+long long insertarFilas(Db& db, const std::vector<Insercion>& filas) {
+    if (filas.empty()) return 0;
+    std::string sql = filas.front().sql();
+    sql.pop_back();  // the ";"
+    const std::string grupo = sql.substr(sql.find("(NULL"));
+    Params valores = filas.front().valores();
+    for (std::size_t i = 1; i < filas.size(); ++i) {
+        sql += "," + grupo;
+        valores.insert(valores.end(), filas[i].valores().begin(), filas[i].valores().end());
+    }
+    return db.exec(sql + ";", valores);
+}
+
+Insercion FilaRemate::insercion() const {
+    return Insercion("carreras_remate")("fecha", fecha)("carrera", carrera)("caballo", caballo)(
+        "nu_caballo", nuCaballo)("retirado", retirado)("mesa1", "")("tabla1", "0")("mesa2", "")("tabla2", 0)(
+        "mesa3", "")("tabla3", 0)("mesa4", "")("tabla4", 0)("pote", 0)("tablacasa", 0)("invalidado", 0)("pote2", 0)(
+        "tablacasa2", 0)("invalidado2", 0)("ch", ch)("monto_casa", 0)("monto_casa2", 0)("porcentaje", porcentaje)(
+        "win", 0)("win2", 0)("segundolugar", 0)("tabla5", 0)("mesa5", "")("tablazo", 0);
+}
+
 Insercion BoletoGanador::insercion() const {
     return Insercion("ma_principal")("carrera", carrera)("caballo", caballo)("ganadores", ganadores)("ch", ch)(
         "grupo", grupo)("hora", hora)("fecha", fecha)("cobrado", cobrado)("estatus", estatus)("fecha_cobro", fechaCobro)(

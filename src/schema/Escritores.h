@@ -120,6 +120,22 @@ struct UsuarioNuevo {
 // cut to the report table's widths and a bank operation number that is not
 // a whole number is written as 0.
 Insercion lineaEstadoCliente(const Row& movimiento);
+// carreras_remate: a horse's row of an auction race as the board creates it:
+// the wide row (five tables), every buyer, amount, pot and house column
+// empty, the centre and the percentage stamped.
+struct FilaRemate {
+    QString fecha;
+    long long carrera = 0;
+    QString caballo;
+    long long nuCaballo = 0;
+    int retirado = 0;
+    QString ch;
+    double porcentaje = 0;
+    Insercion insercion() const;
+};
+// Rows of one table in one statement: "INSERT INTO `t` VALUES (NULL,...),(NULL,...);".
+// Gives the rows written.
+long long insertarFilas(Db& db, const std::vector<Insercion>& filas);
 
 // ventas_auditoria: the snapshot of a race's winner tickets, one row per
 // ma_principal row of the INSERT ... SELECT, as the given game and currency.

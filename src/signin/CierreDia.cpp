@@ -4,6 +4,7 @@
 #include "core/Formato.h"
 #include "core/Guardia.h"
 #include "core/Session.h"
+#include "subastas/Liquidacion.h"
 
 namespace hipico {
 
@@ -122,6 +123,8 @@ CierreDia::Salida CierreDia::cerrar(const QDate& siguiente, bool cerrarPools) {
                         {fecha});
             db.exec(totalesDelDia(j), {fecha, fecha, fecha});
         }
+        // Each group's auction result of the day.
+        escribirRemateDelDia(db, fecha);
         // Tickets stay in the day tables while they can be paid and `dias`
         // days more (a late one is still answered); days already closed leave them after that.
         const long long validez =

@@ -1,5 +1,7 @@
 #include "signin/MenuEntradas.h"
 
+#include "subastas/DisenoSubasta.h"
+
 namespace hipico {
 
 using namespace nivel;
@@ -107,8 +109,11 @@ bool esFuncionPropia(const QString& entrada) {
 }
 
 const QStringList& tablerosSubasta() {
-    static const QStringList tableros = {"Form_Subasta_2T", "Form_Subasta_2T_800", "Form_Subasta_3T",
-                                         "Form_Subasta_4T", "Form_Subasta_5T",     "Form_SubastaINT_2T"};
+    static const QStringList tableros = [] {
+        QStringList nombres;
+        for (const DisenoSubasta& d : disenosSubasta()) nombres << d.nombre;
+        return nombres;
+    }();
     return tableros;
 }
 

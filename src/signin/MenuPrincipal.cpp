@@ -11,6 +11,7 @@
 #include "sales/JuegoGanadores.h"
 #include "schema/LocalSchema.h"
 #include "signin/MenuEntradas.h"
+#include "subastas/DisenoSubasta.h"
 
 #include <QDesktopServices>
 
@@ -149,14 +150,8 @@ bool MenuPrincipal::BorrarBDLocal() {
 }
 
 QString MenuPrincipal::tableroPara(int subastas, int rematetam) {
-    switch (subastas) {
-    case 2: return rematetam == 0 ? QStringLiteral("Form_Subasta_2T") : QStringLiteral("Form_Subasta_2T_800");
-    case 3: return QStringLiteral("Form_Subasta_3T");
-    case 4: return QStringLiteral("Form_Subasta_4T");
-    case 5: return QStringLiteral("Form_Subasta_5T");
-    case 10: return QStringLiteral("Form_SubastaINT_2T");
-    default: return {};
-    }
+    const DisenoSubasta* d = disenoPara(subastas, rematetam);
+    return d ? d->nombre : QString();
 }
 
 QString MenuPrincipal::ElegirSubasta() {

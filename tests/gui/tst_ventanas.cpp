@@ -57,6 +57,14 @@ const QVector<Caso>& casos() {
         {"Form_Usuarios", "cu_menu", "admin", "Grilla", true},
         {"Form_IngresoJugadas", "m_clientesj", "taquilla1", "Text_Bus2", true},
         {"Form_Bancos", "bancos_menu", "admin", "Grilla", true},
+        {"Form_Subasta_2T", "Form_Subasta_2T", "remate", "carrera", true},
+        {"Form_Subasta_2T_800", "Form_Subasta_2T_800", "remate", "carrera", true},
+        {"Form_Subasta_3T", "Form_Subasta_3T", "remate", "carrera", true},
+        {"Form_Subasta_4T", "Form_Subasta_4T", "remate", "carrera", true},
+        {"Form_Subasta_5T", "Form_Subasta_5T", "remate", "carrera", true},
+        {"Form_SubastaINT_2T", "Form_SubastaINT_2T", "remate", "carrera", true},
+        {"Form_Admin_Remate", "winremate_menu", "remate", "carrera", true},
+        {"Form_RptSubasta_Fechas", "control61", "admin", "desde", true},
     };
     return todos;
 }
@@ -100,6 +108,9 @@ const QVector<Fallo>& fallos() {
         {"Form_ConfiguracionGeneral", "DROP TABLE configuracion", false,
          [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("Boton_Guardar"), Qt::LeftButton); }, false,
          "configuracion"},
+        {"Form_Subasta_2T", "DROP TABLE carreras_remate", false,
+         [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("cargar"), Qt::LeftButton); }, false,
+         "carreras_remate"},
         {"Form_CambiarGrupo", "DROP TABLE grupos", false,
          [](QWidget* w) { QTest::keyClick(w->findChild<QWidget*>("lstGrupos"), Qt::Key_Return); }, false, "grupos"},
         // The record of the row chosen is read when the row is chosen.

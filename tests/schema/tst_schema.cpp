@@ -83,6 +83,7 @@ private slots:
                                                                          "BANCO", "observacion"}),
                                    {1, -15.5, "2026-11-23", "10:15:00", "Ganadores", "CARLOS LÓPEZ", "JUGADA",
                                     "07112310", "TAQUILLA UNO", "EFECTIVO", "CARRERA 3 CABALLO 5"})),
+            FilaRemate{"2026-11-23", 3, "RELAMPAGO", 5, 1, "LOS PINOS", 20}.insercion(),
         };
         return m;
     }
