@@ -3,6 +3,8 @@
 #include "admin/Form_Admin_Win.h"
 #include "core/WindowRegistry.h"
 #include "races/Form_AbrirCerrar.h"
+#include "reportes/Form_Reporte.h"
+#include "reportes/Lanzador.h"
 #include "races/Form_Carreras.h"
 #include "signin/Form_CambiarGrupo.h"
 #include "signin/Form_ConfiguracionGeneral.h"
@@ -23,6 +25,10 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("configuracion_menu",
                  [](Context& ctx, QWidget* menu) { return new Form_ConfiguracionGeneral(ctx, menu); });
     registro.add("CT_ADMIN_MENU", [](Context& ctx, QWidget* menu) { return new Form_RPT_CuadreTaqWIn(ctx, menu); });
+    // Report windows: one description each, run by one report window.
+    for (const DescripcionReporte& d : ventanasReporte())
+        registro.add(d.entrada, [&d](Context& ctx, QWidget* menu) { return new Form_Reporte(ctx, d, menu); });
+    registro.add("imp_tfactual", [](Context& ctx, QWidget* menu) { return crearReporte(ctx, 24, {}, menu); });
 }
 
 }  // namespace hipico
