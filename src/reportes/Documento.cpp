@@ -3,6 +3,7 @@
 #include "reportes/Formatos.h"
 
 #include <QFontMetricsF>
+#include <QLocale>
 #include <QPagedPaintDevice>
 #include <QPageSize>
 #include <QPainter>
@@ -318,8 +319,11 @@ void Documento::pintarLinea(QPainter& p, const Linea& l, double y, bool par) con
         p.setPen(kTinta);
         p.setFont(negrita_);
         const QFontMetricsF m(negrita_);
-        // The label takes the columns before the first total.
-        const double finEtiqueta = primera < columnas ? x_[primera] : derecha;
+        // The label takes the columns before the first total, and the room
+        // that total leaves on its left.
+        double finEtiqueta = derecha;
+        if (primera < columnas)
+            finEtiqueta = x_[primera + 1] - 3 - m.horizontalAdvance(total(l, primera)) - 8;
         if (finEtiqueta - izquierda > 12)
             p.drawText(QRectF(izquierda + 3, y + 2, finEtiqueta - izquierda - 6, l.alto - 2),
                        Qt::AlignLeft | Qt::AlignVCenter, cabe(m, l.texto, finEtiqueta - izquierda - 6));
@@ -402,12 +406,20 @@ void Documento::pintarGrafico(QPainter& p, const QRectF& area) const {
     const double paso = pasoRedondo(lo, hi);
     lo = std::floor(lo / paso) * paso;
     hi = std::ceil(hi / paso) * paso;
-    const QString formatoEje = paso < 1 ? QStringLiteral("#,##0.00") : QStringLiteral("#,##0");
+    // The axis in the local way of writing numbers (1.500, 2,5).
+    static const QLocale local(QLocale::Spanish, QLocale::Venezuela);
+    const auto etiqueta = [&](double t) { return local.toString(t, 'f', paso < 1 ? 2 : 0); };
     double anchoEje = 0;
-    for (double t = lo; t <= hi + paso / 2; t += paso)
-        anchoEje = std::max(anchoEje, mp.horizontalAdvance(formatearNumero(t, formatoEje, false)));
+    for (double t = lo; t <= hi + paso / 2; t += paso) anchoEje = std::max(anchoEje, mp.horizontalAdvance(etiqueta(t)));
+    // Category names that do not fit under their bars go aslant.
+    const int n = static_cast<int>(b.categorias.size());
+    const double huecoAprox = (r.width() - anchoEje - 8) / std::max(1, n);
+    double anchoNombre = 0;
+    for (const QString& c : b.categorias) anchoNombre = std::max(anchoNombre, mp.horizontalAdvance(c));
+    const bool inclinados = anchoNombre > huecoAprox - 2;
+    const double altoNombres = inclinados ? std::min(anchoNombre, 80.0) * 0.71 + fila_ / 2 : fila_;
     const QRectF plano(r.left() + anchoEje + 6, r.top() + altoTitulo + 4, r.width() - anchoEje - 8,
-                       r.height() - altoTitulo - 4 - altoLeyenda - fila_ - 4);
+                       r.height() - altoTitulo - 4 - altoLeyenda - altoNombres - 4);
     if (plano.height() < 20 || plano.width() < 20) {
         p.restore();
         return;
@@ -418,10 +430,8 @@ void Documento::pintarGrafico(QPainter& p, const QRectF& area) const {
         p.setPen(QPen(QColor(225, 225, 225), 0.5));
         p.drawLine(QPointF(plano.left(), y), QPointF(plano.right(), y));
         p.setPen(kTinta);
-        p.drawText(QRectF(r.left(), y - fila_ / 2, anchoEje, fila_), Qt::AlignRight | Qt::AlignVCenter,
-                   formatearNumero(t, formatoEje, false));
+        p.drawText(QRectF(r.left(), y - fila_ / 2, anchoEje, fila_), Qt::AlignRight | Qt::AlignVCenter, etiqueta(t));
     }
-    const int n = static_cast<int>(b.categorias.size());
     if (n > 0 && !b.series.isEmpty()) {
         const double hueco = plano.width() / n;
         const double barra = hueco * 0.8 / b.series.size();
@@ -434,8 +444,18 @@ void Documento::pintarGrafico(QPainter& p, const QRectF& area) const {
                            colorSerie(s));
             }
             p.setPen(kTinta);
-            p.drawText(QRectF(plano.left() + c * hueco, plano.bottom() + 2, hueco, fila_), Qt::AlignHCenter | Qt::AlignTop,
-                       cabe(mp, b.categorias[c], hueco - 2));
+            if (inclinados) {
+                // Ends under the middle of its bars, rising to the left at 45 degrees.
+                p.save();
+                p.translate(plano.left() + (c + 0.5) * hueco, plano.bottom() + 4);
+                p.rotate(-45);
+                p.drawText(QRectF(-82, -fila_ / 2, 80, fila_), Qt::AlignRight | Qt::AlignVCenter,
+                           cabe(mp, b.categorias[c], 80));
+                p.restore();
+            } else {
+                p.drawText(QRectF(plano.left() + c * hueco, plano.bottom() + 2, hueco, fila_),
+                           Qt::AlignHCenter | Qt::AlignTop, b.categorias[c]);
+            }
         }
         p.setPen(QPen(kTinta, 0.8));
         p.drawLine(QPointF(plano.left(), cero), QPointF(plano.right(), cero));

@@ -36,14 +36,13 @@ public:
             throw ErrorPlantilla(QStringLiteral("NO SE PUDO LEER LA PLANTILLA DEL REPORTE:\n%1").arg(archivo_));
         xml_.setDevice(&f);
         p_.archivo = archivo_;
-        bool raiz = false;
-        while (xml_.readNextStartElement()) {
-            if (raiz || xml_.name() != QLatin1String("reporte")) falla(QStringLiteral("se esperaba <reporte>"));
-            raiz = true;
-            reporte();
-        }
+        if (!xml_.readNextStartElement()) falla(xml_.hasError() ? xml_.errorString() : QStringLiteral("el archivo no tiene <reporte>"));
+        if (xml_.name() != QLatin1String("reporte")) falla(QStringLiteral("se esperaba <reporte>"));
+        reporte();
+        // Nothing but comments after the report.
+        while (!xml_.atEnd() && !xml_.hasError())
+            if (xml_.readNext() == QXmlStreamReader::StartElement) falla(QStringLiteral("hay algo después de </reporte>"));
         if (xml_.hasError()) falla(xml_.errorString());
-        if (!raiz) falla(QStringLiteral("el archivo no tiene <reporte>"));
         if (p_.tabla.isEmpty()) falla(QStringLiteral("falta <datos tabla=\"...\">"));
         if (p_.columnas.isEmpty()) falla(QStringLiteral("el reporte no tiene ninguna <columna>"));
         return p_;
