@@ -31,10 +31,8 @@ public:
 private:
     GeneradorReporte generador_;
     QVector<Alcance> alcances_;
-    QDateEdit* desde_ = nullptr;
-    QDateEdit* hasta_ = nullptr;
-    QLineEdit* carreraDesde_ = nullptr;
-    QLineEdit* carreraHasta_ = nullptr;
+    QDateEdit *desde_ = nullptr, *hasta_ = nullptr;             // the day, or the range
+    QLineEdit *carreraDesde_ = nullptr, *carreraHasta_ = nullptr;  // the race range
     QComboBox* alcance_ = nullptr;
     QCheckBox* opcion_ = nullptr;
 };

@@ -2,8 +2,12 @@
 
 #include "core/Context.h"
 #include "core/Formato.h"
+#include "core/Session.h"
 #include "reportes/Formatos.h"
-#include "reportes/FilasReporte.h"
+
+#include <QHash>
+#include <algorithm>
+#include <stdexcept>
 
 namespace hipico {
 
@@ -90,136 +94,141 @@ const FuenteJuego& fuenteDinamicas() {
 
 void ponerIngresoRemate(IngresoRemate ingreso) { ingresoRemate() = std::move(ingreso); }
 
-long long reescribir(Db& local, const char* tabla, const std::vector<Insercion>& filas) {
+QString textoLocal(const QString& texto, int largo) {
+    QString out = texto.left(largo);
+    for (QChar& c : out)
+        if (c.unicode() > 0xFF) c = QLatin1Char('?');
+    return out;
+}
+
+long long reescribir(Db& local, const char* tabla, const Recordset& filas) {
+    // The table's columns, and the width of its text columns.
+    QHash<QString, int> largo;
+    for (const Row& r : local.query("SELECT COLUMN_NAME, COALESCE(CHARACTER_MAXIMUM_LENGTH, 0) AS largo FROM "
+                                    "information_schema.COLUMNS WHERE TABLE_SCHEMA = DATABASE() AND TABLE_NAME = ?",
+                                    {tabla}))
+        largo.insert(r.text("COLUMN_NAME").toLower(), r.toInt("largo"));
+    std::string columnas, tupla;
+    for (const QString& c : filas.columnNames()) {
+        if (!largo.contains(c.toLower()))
+            throw std::logic_error(QStringLiteral("%1 no tiene la columna %2").arg(tabla, c).toStdString());
+        columnas += (columnas.empty() ? "`" : ",`") + c.toStdString() + "`";
+        tupla += tupla.empty() ? "(?" : ",?";
+    }
+    tupla += ")";
+    const int n = filas.columns().size();
+    constexpr int kPorSentencia = 400;
     return local.inTransaction([&] {
         local.exec(std::string("DELETE from ") + tabla);
-        return insertarLote(local, filas);
+        long long escritas = 0;
+        for (int desde = 0; desde < filas.size(); desde += kPorSentencia) {
+            const int hasta = std::min<int>(filas.size(), desde + kPorSentencia);
+            std::string sql = std::string("INSERT INTO `") + tabla + "` (" + columnas + ") VALUES ";
+            Params params;
+            params.reserve(static_cast<std::size_t>(hasta - desde) * n);
+            for (int f = desde; f < hasta; ++f) {
+                sql += (f == desde ? "" : ",") + tupla;
+                for (int c = 0; c < n; ++c) {
+                    const int ancho = largo.value(filas.columnNames()[c].toLower());
+                    const QVariant v = filas[f].at(c);
+                    params.push_back(ancho > 0 ? SqlValue(textoLocal(Row::toText(v), ancho)) : toSqlValue(v));
+                }
+            }
+            escritas += local.exec(sql, params);
+        }
+        return escritas;
     });
 }
 
-std::vector<Insercion> filasResultados(Context& ctx, const FuenteJuego& j, const Consulta& c) {
-    const Session& s = ctx.session;
+Recordset filasResultados(Context& ctx, const FuenteJuego& j, const Consulta& c) {
     const bool porCentro = c.alcance.tipo == Alcance::Tipo::Subgrupo;
     const Sql sumas = sumasBoletos(ctx, j, c, {"carrera"},
-                                   conCarreras(condicionAlcance(s, c.alcance, "t.grupo"), c, "t.carrera"));
-    const std::string sql = std::string("SELECT ") + (porCentro ? "COALESCE(g.ch,'')" : "''") +
-                            " AS hipico,a.carrera,SUM(a.u*" + precio(j) +
-                            ") AS jugado,SUM(a.pagado) AS pagado,SUM(a.porpagar) AS porpagar" + sobreGrupos(sumas) +
-                            "GROUP BY hipico,a.carrera ORDER BY hipico,a.carrera";
-    std::vector<Insercion> filas;
-    const QString fecha = fechaVista(c.desde);
-    for (const Row& r : ctx.servidor().query(sql, sumas.params)) {
-        FilaResultado f;
-        f.ch = porCentro ? r.text("hipico") : c.alcance.texto();
-        f.fecha = fecha;
-        f.carrera = r.integer("carrera");
-        f.jugado = r.number("jugado");
-        f.cobrado = r.number("pagado");
-        f.porPagar = r.number("porpagar");
-        f.total = f.jugado - f.cobrado - f.porPagar;
-        filas.push_back(f.insercion());
-    }
-    return filas;
+                                   conCarreras(condicionAlcance(ctx.session, c.alcance, "t.grupo"), c, "t.carrera"));
+    // By subgroup each centre apart; otherwise the scope names the rows.
+    Params params;
+    if (!porCentro) params.push_back(c.alcance.texto());
+    params.push_back(fechaVista(c.desde));
+    params.insert(params.end(), sumas.params.begin(), sumas.params.end());
+    return ctx.servidor().query(
+        std::string("SELECT ") + (porCentro ? "COALESCE(g.ch,'')" : "?") +
+            " AS ch,? AS fecha,a.carrera AS carrera,SUM(a.u*" + precio(j) +
+            ") AS jugado,SUM(a.pagado) AS cobrado,SUM(a.porpagar) AS monto_porpagar,SUM(a.u*" + precio(j) +
+            ")-SUM(a.pagado)-SUM(a.porpagar) AS total" + sobreGrupos(sumas) + "GROUP BY 1,a.carrera ORDER BY 1,a.carrera",
+        params);
 }
 
-std::vector<Insercion> filasDividendos(Context& ctx, const Consulta& c) {
+Recordset filasDividendos(Context& ctx, const Consulta& c) {
     // One row per processed race and track, the winners' names from the card.
-    const char* const sql =
-        "SELECT c.carrera,COALESCE(MAX(h.hipodromo),'') AS hipodromo,MAX(c.win_ganadores) AS num_cab,"
-        "MAX(c.dividendo) AS dividendo,MAX(c.win_ganadores2) AS num_cab2,MAX(c.dividendo2) AS dividendo2,"
-        "MAX(IF(c.nu_caballo = c.win_ganadores, c.caballo, '')) AS nombre,"
+    return ctx.servidor().query(
+        "SELECT ? AS fecha,IF(d.nombre2 = '', d.nombre, CONCAT(d.nombre, ' / ', d.nombre2)) AS caballo,d.num_cab,"
+        "d.dividendo,d.ch,d.carrera,d.num_cab2,d.dividendo2 FROM (SELECT c.carrera,COALESCE(MAX(h.hipodromo),'') AS ch,"
+        "MAX(c.win_ganadores) AS num_cab,MAX(c.dividendo) AS dividendo,MAX(c.win_ganadores2) AS num_cab2,"
+        "MAX(c.dividendo2) AS dividendo2,MAX(IF(c.nu_caballo = c.win_ganadores, c.caballo, '')) AS nombre,"
         "MAX(IF(c.win_ganadores2 > 0 AND c.nu_caballo = c.win_ganadores2, c.caballo, '')) AS nombre2 "
         "FROM carreras c LEFT JOIN hipodromos h ON h.id_hipodromo = c.id_hipodromo "
-        "WHERE c.fecha = ? AND c.win_ganadores > 0 GROUP BY c.id_hipodromo,c.carrera ORDER BY hipodromo,c.carrera";
-    std::vector<Insercion> filas;
-    for (const Row& r : ctx.servidor().query(sql, {c.desde})) {
-        FilaDividendo f;
-        f.fecha = fechaVista(c.desde);
-        f.carrera = r.integer("carrera");
-        f.numCab = r.integer("num_cab");
-        f.dividendo = r.number("dividendo");
-        f.numCab2 = r.integer("num_cab2");
-        f.dividendo2 = r.number("dividendo2");
-        f.caballo = r.text("nombre2").isEmpty() ? r.text("nombre") : r.text("nombre") + " / " + r.text("nombre2");
-        f.ch = r.text("hipodromo");
-        filas.push_back(f.insercion());
-    }
-    return filas;
+        "WHERE c.fecha = ? AND c.win_ganadores > 0 GROUP BY c.id_hipodromo,c.carrera) d ORDER BY d.ch,d.carrera",
+        {fechaVista(c.desde), c.desde});
 }
 
-std::vector<Insercion> filasDiario(Context& ctx, const FuenteJuego& j, const Consulta& c) {
+Recordset filasDiario(Context& ctx, const FuenteJuego& j, const Consulta& c) {
     const Session& s = ctx.session;
-    Recordset rs;
+    // Per group and day: grupo, fecha, hipico, the shares' percentages, venta, premios, porpagar.
+    Sql x;
     if (c.unDia() && j.dia) {
         const Sql sumas = sumasBoletos(ctx, j, c, {"fecha"}, condicionAlcance(s, c.alcance, "t.grupo"));
-        rs = ctx.servidor().query(
-            "SELECT a.grupo,a.fecha,COALESCE(MAX(g.ch),'') AS hipico,COALESCE(MAX(g.por_ch),0) AS por_ch,"
-            "COALESCE(MAX(g.por_casa),0) AS por_casa,COALESCE(MAX(g.por_admin),0) AS por_admin,SUM(a.u*" +
-                precio(j) + ") AS venta,SUM(a.pagado) AS premios,SUM(a.porpagar) AS monto_porpagar" + sobreGrupos(sumas) +
-                "GROUP BY a.grupo,a.fecha ORDER BY hipico,a.grupo,a.fecha",
-            sumas.params);
+        x.texto = "SELECT a.grupo,a.fecha,COALESCE(MAX(g.ch),'') AS hipico,COALESCE(MAX(g.por_ch),0) AS pch,"
+                  "COALESCE(MAX(g.por_casa),0) AS pcasa,COALESCE(MAX(g.por_admin),0) AS padmin,SUM(a.u*" +
+                  precio(j) + ") AS venta,SUM(a.pagado) AS premios,SUM(a.porpagar) AS porpagar" + sobreGrupos(sumas) +
+                  "GROUP BY a.grupo,a.fecha";
+        x.params = sumas.params;
     } else {
         const CondicionSql alcance = condicionAlcance(s, c.alcance, "v.grupo");
-        Params params{c.desde, c.hasta, QString::fromLatin1(j.juego)};
-        params.insert(params.end(), alcance.params.begin(), alcance.params.end());
-        rs = ctx.servidor().query(
-            std::string("SELECT v.grupo,v.fecha,COALESCE(g.ch,'') AS hipico,COALESCE(g.por_ch,0) AS por_ch,"
-                        "COALESCE(g.por_casa,0) AS por_casa,COALESCE(g.por_admin,0) AS por_admin,v.venta,v.premios,"
-                        "v.monto_porpagar FROM ") +
-                j.totales + " v LEFT JOIN grupos g ON g.grupo = v.grupo WHERE v.fecha BETWEEN ? AND ? AND " +
-                (*j.juego ? "v.juego = ?" : "? = ''") + alcance.sql +
-                " AND (v.venta <> 0 OR v.premios <> 0 OR v.monto_porpagar <> 0) ORDER BY hipico,v.grupo,v.fecha",
-            params);
+        x.texto = std::string("SELECT v.grupo,v.fecha,COALESCE(g.ch,'') AS hipico,COALESCE(g.por_ch,0) AS pch,"
+                              "COALESCE(g.por_casa,0) AS pcasa,COALESCE(g.por_admin,0) AS padmin,v.venta,v.premios,"
+                              "v.monto_porpagar AS porpagar FROM ") +
+                  j.totales + " v LEFT JOIN grupos g ON g.grupo = v.grupo WHERE v.fecha BETWEEN ? AND ? AND " +
+                  (*j.juego ? "v.juego = ?" : "? = ''") + alcance.sql +
+                  " AND (v.venta <> 0 OR v.premios <> 0 OR v.monto_porpagar <> 0)";
+        x.params = {c.desde, c.hasta, QString::fromLatin1(j.juego)};
+        x.params.insert(x.params.end(), alcance.params.begin(), alcance.params.end());
     }
-    std::vector<Insercion> filas;
-    for (const Row& r : rs) {
-        FilaDiario f;
-        f.grupo = r.text("grupo");
-        f.fecha = r.text("fecha");
-        f.centro = r.text("hipico");
-        f.desde = fechaVista(c.desde);
-        f.hasta = fechaVista(c.hasta);
-        f.venta = r.number("venta");
-        f.premios = r.number("premios");
-        f.porPagar = r.number("monto_porpagar");
-        // The balance is what stays after the prizes paid and the prizes still
-        // due; the shares split it, each its own product, unrounded.
-        f.saldo = f.venta - f.premios - f.porPagar;
-        f.porCh = f.saldo * r.number("por_ch") / 100;
-        f.porCasa = f.saldo * r.number("por_casa") / 100;
-        f.porAdmin = f.saldo * r.number("por_admin") / 100;
-        filas.push_back(f.insercion());
-    }
-    return filas;
+    // The balance is what stays after the prizes paid and the prizes still
+    // due; the shares split it, each its own product, unrounded.
+    Params params{fechaVista(c.desde), fechaVista(c.hasta)};
+    params.insert(params.end(), x.params.begin(), x.params.end());
+    return ctx.servidor().query(
+        "SELECT x.grupo AS ch,x.venta AS venta,x.fecha AS fecha,x.hipico AS chipico,? AS fecha_inicio,? AS fecha_final,"
+        "x.venta-x.premios-x.porpagar AS saldo,x.premios AS premios,x.porpagar AS monto_porpagar,"
+        "(x.venta-x.premios-x.porpagar)*x.pch/100 AS por_ch,(x.venta-x.premios-x.porpagar)*x.pcasa/100 AS por_casa,"
+        "(x.venta-x.premios-x.porpagar)*x.padmin/100 AS por_admin FROM (" +
+            x.texto + ") x ORDER BY x.hipico,x.grupo,x.fecha",
+        params);
 }
 
-std::vector<Insercion> filasGeneral(Context& ctx, const Consulta& c, bool porCarreras) {
+Recordset filasGeneral(Context& ctx, const Consulta& c, bool porCarreras) {
     const Session& s = ctx.session;
     Sql sql;
-    const auto agregar = [&](const std::string& parte, const Params& params) {
+    const auto agregar = [&](const std::string& parte, Params params, const char* columnaGrupo) {
+        const CondicionSql a = condicionAlcance(s, c.alcance, columnaGrupo);
         if (!sql.texto.empty()) sql.texto += " UNION ALL ";
-        sql.texto += parte;
+        sql.texto += parte + a.sql + " GROUP BY 1,2";
+        params.insert(params.end(), a.params.begin(), a.params.end());
         sql.params.insert(sql.params.end(), params.begin(), params.end());
     };
-    const auto conAlcance = [&](Params params, const char* columna) {
-        const CondicionSql a = condicionAlcance(s, c.alcance, columna);
-        params.insert(params.end(), a.params.begin(), a.params.end());
-        return std::make_pair(a.sql, params);
-    };
+    const std::string descargas = std::string("SELECT COALESCE(g.ch,'') AS ch,d.fecha AS fecha,'L' AS j,SUM(d.cobrado-d.ganadores*") +
+                                  kPrecio + ") AS m FROM descargas d LEFT JOIN grupos g ON g.grupo = d.grupo "
+                                            "CROSS JOIN configuracion c WHERE ";
     if (porCarreras) {
         // One day's races, from the tickets: sale less every prize, paid or due.
         for (const auto& [clave, juego] : {std::pair{"G", &fuenteGanadores()}, std::pair{"T", &fuenteTablaFija()}}) {
             const Sql sumas =
                 sumasBoletos(ctx, *juego, c, {"fecha"}, conCarreras(condicionAlcance(s, c.alcance, "t.grupo"), c, "t.carrera"));
-            agregar(std::string("SELECT COALESCE(g.ch,'') AS ch,a.fecha AS fecha,'") + clave + "' AS j,SUM(a.u*" +
-                        precio(*juego) + "-a.pagado-a.porpagar) AS m" + sobreGrupos(sumas) + "GROUP BY 1,2",
-                    sumas.params);
+            sql.texto += std::string(sql.texto.empty() ? "" : " UNION ALL ") + "SELECT COALESCE(g.ch,'') AS ch,a.fecha AS fecha,'" +
+                         clave + "' AS j,SUM(a.u*" + precio(*juego) + "-a.pagado-a.porpagar) AS m" + sobreGrupos(sumas) +
+                         "GROUP BY 1,2";
+            sql.params.insert(sql.params.end(), sumas.params.begin(), sumas.params.end());
         }
-        const auto [cond, params] = conAlcance({c.desde, c.carreraDesde, c.carreraHasta}, "d.grupo");
-        agregar(std::string("SELECT COALESCE(g.ch,'') AS ch,d.fecha AS fecha,'L' AS j,SUM(d.cobrado-d.ganadores*") + kPrecio +
-                    ") AS m FROM descargas d LEFT JOIN grupos g ON g.grupo = d.grupo CROSS JOIN configuracion c "
-                    "WHERE d.fecha = ? AND d.carrera BETWEEN ? AND ?" + cond + " GROUP BY 1,2",
-                params);
+        agregar(descargas + "d.fecha = ? AND d.carrera BETWEEN ? AND ?", {c.desde, c.carreraDesde, c.carreraHasta}, "d.grupo");
     } else {
         // A date range, from the daily totals each game keeps per group.
         struct Fuente {
@@ -228,122 +237,79 @@ std::vector<Insercion> filasGeneral(Context& ctx, const Consulta& c, bool porCar
             const char* juego;
             const char* monto;
         };
-        for (const Fuente& f : {Fuente{"G", "ventas_ganadores_general", "", "v.venta-v.premios-v.monto_porpagar"},
-                                Fuente{"R", "ventas_ganadores_general", "", "v.remate"},
-                                Fuente{"T", "ventas_tf_general", "", "v.venta-v.premios-v.monto_porpagar"},
-                                Fuente{"M", "ventas_mc_general", "", "v.venta-v.premios-v.monto_porpagar"},
-                                Fuente{"P", "ventas_generales", "PUESTOS", "v.venta-v.premios-v.monto_porpagar"},
-                                Fuente{"D", "ventas_generales", "DINAMICAS", "v.venta-v.premios-v.monto_porpagar"}}) {
-            const auto [cond, params] = conAlcance({c.desde, c.hasta, QString::fromLatin1(f.juego)}, "v.grupo");
+        const char* const neto = "v.venta-v.premios-v.monto_porpagar";
+        for (const Fuente& f : {Fuente{"G", "ventas_ganadores_general", "", neto}, Fuente{"R", "ventas_ganadores_general", "", "v.remate"},
+                                Fuente{"T", "ventas_tf_general", "", neto}, Fuente{"M", "ventas_mc_general", "", neto},
+                                Fuente{"P", "ventas_generales", "PUESTOS", neto}, Fuente{"D", "ventas_generales", "DINAMICAS", neto}})
             agregar(std::string("SELECT COALESCE(g.ch,'') AS ch,v.fecha AS fecha,'") + f.clave + "' AS j,SUM(" + f.monto +
                         ") AS m FROM " + f.tabla + " v LEFT JOIN grupos g ON g.grupo = v.grupo WHERE v.fecha BETWEEN ? AND ? AND " +
-                        (*f.juego ? "v.juego = ?" : "? = ''") + cond + " GROUP BY 1,2",
-                    params);
-        }
-        const auto [cond, params] = conAlcance({c.desde, c.hasta}, "d.grupo");
-        agregar(std::string("SELECT COALESCE(g.ch,'') AS ch,d.fecha AS fecha,'L' AS j,SUM(d.cobrado-d.ganadores*") + kPrecio +
-                    ") AS m FROM descargas d LEFT JOIN grupos g ON g.grupo = d.grupo CROSS JOIN configuracion c "
-                    "WHERE d.fecha BETWEEN ? AND ?" + cond + " GROUP BY 1,2",
-                params);
+                        (*f.juego ? "v.juego = ?" : "? = ''"),
+                    {c.desde, c.hasta, QString::fromLatin1(f.juego)}, "v.grupo");
+        agregar(descargas + "d.fecha BETWEEN ? AND ?", {c.desde, c.hasta}, "d.grupo");
     }
-    const std::string pivote =
-        "SELECT x.ch,x.fecha,SUM(IF(x.j='G',x.m,0)) AS ganadores,SUM(IF(x.j='T',x.m,0)) AS tablafija,"
+    Params params{fechaVista(c.desde), fechaVista(c.hasta)};
+    params.insert(params.end(), sql.params.begin(), sql.params.end());
+    const Recordset filas = ctx.servidor().query(
+        "SELECT x.fecha AS fecha,SUM(IF(x.j='G',x.m,0)) AS ganadores,SUM(IF(x.j='T',x.m,0)) AS tablafija,"
         "SUM(IF(x.j='R',x.m,0)) AS remate,SUM(IF(x.j='M',x.m,0)) AS macuare,SUM(IF(x.j='P',x.m,0)) AS puestos,"
-        "SUM(IF(x.j='D',x.m,0)) AS dinamicas,SUM(IF(x.j='L',x.m,0)) AS descargas FROM (" +
-        sql.texto + ") x GROUP BY x.ch,x.fecha HAVING SUM(ABS(x.m)) > 0 ORDER BY x.ch,x.fecha";
-    std::vector<Insercion> filas;
-    for (const Row& r : ctx.servidor().query(pivote, sql.params)) {
-        FilaGeneral f;
-        f.ch = r.text("ch");
-        f.fecha = r.text("fecha");
-        f.desde = fechaVista(c.desde);
-        f.hasta = fechaVista(c.hasta);
-        f.ganadores = r.number("ganadores");
-        f.tablafija = r.number("tablafija");
-        f.macuare = r.number("macuare");
-        f.puestos = r.number("puestos");
-        f.dinamicas = r.number("dinamicas");
-        f.descargas = r.number("descargas");
-        f.remate = ingresoRemate() ? ingresoRemate()(ctx, f.ch, f.fecha, c.carreraDesde, c.carreraHasta)
-                                   : r.number("remate");
-        filas.push_back(f.insercion());
+        "? AS fecha_inicio,? AS fecha_final,x.ch AS ch,SUM(IF(x.j='D',x.m,0)) AS dinamicas,"
+        "SUM(IF(x.j='L',x.m,0)) AS descargas FROM (" +
+            sql.texto + ") x GROUP BY x.ch,x.fecha HAVING SUM(ABS(x.m)) > 0 ORDER BY x.ch,x.fecha",
+        params);
+    if (!ingresoRemate()) return filas;
+    // The auction boards' own income of each centre and day.
+    const int remate = filas.columns().indexOf(QStringLiteral("remate"));
+    QVector<Row> conRemate;
+    for (const Row& r : filas) {
+        QVector<QVariant> valores = r.values();
+        valores[remate] = ingresoRemate()(ctx, r.text("ch"), r.text("fecha"), c.carreraDesde, c.carreraHasta);
+        conRemate << Row(filas.sharedColumns(), valores);
     }
-    return filas;
+    return Recordset(filas.sharedColumns(), conRemate);
 }
 
-std::vector<Insercion> filasBitacora(Context& ctx, bool tablaFija, const Consulta& c) {
+Recordset filasBitacora(Context& ctx, bool tablaFija, const Consulta& c) {
     const CondicionSql alcance = condicionAlcance(ctx.session, c.alcance, "b.grupo");
     // Group listings may, and subgroup listings always, show the voided tickets only.
     const bool anulados = c.alcance.tipo == Alcance::Tipo::Subgrupo || (c.alcance.tipo == Alcance::Tipo::Grupo && c.opcion);
-    Params params{c.desde, c.hasta};
+    Params params;
+    for (int e = 0; e <= 5; ++e) params.push_back(nombreEstatus(e));
+    params.insert(params.end(), {fechaVista(c.desde), fechaVista(c.hasta), c.desde, c.hasta});
     params.insert(params.end(), alcance.params.begin(), alcance.params.end());
-    const Recordset rs = ctx.servidor().query(std::string("SELECT b.* FROM ") + (tablaFija ? "bitacora_tf" : "bitacora") +
-                                                  " b WHERE b.fecha BETWEEN ? AND ?" + alcance.sql +
-                                                  (anulados ? " AND b.estatus = 5" : "") + " ORDER BY b.id DESC",
-                                              params);
-    std::vector<Insercion> filas;
-    filas.reserve(rs.size());
-    for (const Row& r : rs) {
-        FilaBitacora f;
-        f.numero = r.integer("numero");
-        f.carrera = r.integer("carrera");
-        f.caballo = r.integer("caballo");
-        f.ganadores = r.numberOr("ganadores");
-        f.monto = r.numberOr("monto");
-        f.tablas = r.numberOr("tablas");
-        f.taquilla = r.text("taquilla");
-        f.grupo = r.text("grupo");
-        f.hora = r.text("hora");
-        f.fecha = r.text("fecha");
-        f.nuBoleto = r.text("nu_boleto");
-        f.cobrado = r.number("cobrado");
-        f.motivo = r.text("motivo");
-        f.usuario = r.text("usuario");
-        f.estatus = r.integer("estatus");
-        f.tipoMotivo = nombreEstatus(f.estatus);
-        f.desde = fechaVista(c.desde);
-        f.hasta = fechaVista(c.hasta);
-        filas.push_back(f.insercion());
-    }
-    return filas;
+    return ctx.servidor().query(
+        std::string("SELECT b.numero,b.carrera,b.caballo,") + (tablaFija ? "b.monto,b.tablas" : "b.ganadores") +
+            ",b.taquilla,b.grupo,b.hora,b.fecha,b.nu_boleto,b.cobrado,b.motivo,b.usuario,"
+            "COALESCE(ELT(b.estatus + 1,?,?,?,?,?,?),b.estatus) AS tipo_motivo,? AS fecha_inicio,? AS fecha_final,"
+            "b.estatus FROM " +
+            (tablaFija ? "bitacora_tf" : "bitacora") + " b WHERE b.fecha BETWEEN ? AND ?" + alcance.sql +
+            (anulados ? " AND b.estatus = 5" : "") + " ORDER BY b.id DESC",
+        params);
 }
 
-std::vector<Insercion> filasTaquillas(Context& ctx, const FuenteJuego& j, const Consulta& c) {
+Recordset filasTaquillas(Context& ctx, const FuenteJuego& j, const Consulta& c) {
     const Sql sumas = sumasBoletos(ctx, j, c, {"ch", "fecha"}, condicionAlcance(ctx.session, c.alcance, "t.grupo"));
-    const std::string sql = "SELECT a.ch,a.fecha,SUM(a.u*" + precio(j) +
-                            ") AS jugado,SUM(a.pagado) AS pagado,SUM(a.porpagar) AS porpagar" + sobreGrupos(sumas) +
-                            "GROUP BY a.ch,a.fecha ORDER BY a.ch,a.fecha";
-    std::vector<Insercion> filas;
-    for (const Row& r : ctx.servidor().query(sql, sumas.params)) {
-        const double jugado = r.number("jugado"), pagado = r.number("pagado"), porPagar = r.number("porpagar");
-        filas.push_back(resultadoTaquilla(textoLocal(r.text("ch"), 45), fechaVista(r.text("fecha")), jugado, pagado,
-                                          jugado - pagado - porPagar, porPagar));
-    }
-    return filas;
+    return ctx.servidor().query("SELECT a.ch AS taquilla,a.ch AS ch,DATE_FORMAT(a.fecha,'%d-%m-%Y') AS fecha,SUM(a.u*" +
+                                    precio(j) + ") AS jugado,SUM(a.pagado) AS cobrado,SUM(a.porpagar) AS monto_porpagar,SUM(a.u*" +
+                                    precio(j) + ")-SUM(a.pagado)-SUM(a.porpagar) AS total" + sobreGrupos(sumas) +
+                                    "GROUP BY a.ch,a.fecha ORDER BY a.ch,a.fecha",
+                                sumas.params);
 }
 
-std::vector<Insercion> filasJugadas(const Recordset& boletos, const QString& fecha, double valorGanador) {
-    std::vector<Insercion> filas;
+Recordset filasJugadas(const Recordset& boletos, const QString& fecha, double valorGanador) {
+    auto columnas = std::make_shared<Columns>(QStringList{"numero", "boleto", "monto", "carrera", "caballo", "ganadores", "fecha",
+                                                          "ch", "grupo", "cobrado", "estatus", "porcobrar", "cobradoreal"});
+    QVector<Row> filas;
     filas.reserve(boletos.size());
     const QString vista = fechaVista(fecha);
     for (const Row& r : boletos) {
-        FilaJugada f;
-        f.numero = r.integer("numero");
-        f.boleto = r.text("nu_boleto");
-        f.carrera = r.integer("carrera");
-        f.caballo = r.integer("caballo");
-        f.ganadores = r.number("ganadores");
-        f.monto = f.ganadores * valorGanador;
-        f.fecha = vista;
-        f.ch = r.text("ch");
-        f.grupo = r.text("grupo");
-        f.cobrado = r.number("cobrado");
-        f.estatus = r.integer("estatus");
-        if (f.estatus == 1 || f.estatus == 4) f.porCobrar = f.cobrado;
-        if (f.estatus == 2 || f.estatus == 3) f.cobradoReal = f.cobrado;
-        filas.push_back(f.insercion());
+        const long long estatus = r.integer("estatus");
+        const double cobrado = r.number("cobrado");
+        const bool porCobrar = estatus == 1 || estatus == 4, pagado = estatus == 2 || estatus == 3;
+        filas << Row(columnas, {r.integer("numero"), r.text("nu_boleto"), r.number("ganadores") * valorGanador,
+                                r.integer("carrera"), r.integer("caballo"), r.number("ganadores"), vista, r.text("ch"),
+                                r.text("grupo"), cobrado, estatus, porCobrar ? cobrado : 0.0, pagado ? cobrado : 0.0});
     }
-    return filas;
+    return Recordset(columnas, filas);
 }
 
 }  // namespace hipico

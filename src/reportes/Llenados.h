@@ -2,12 +2,10 @@
 
 #include "core/Recordset.h"
 #include "reportes/Alcance.h"
-#include "schema/Escritores.h"
 
 #include <QDate>
 #include <QString>
 #include <functional>
-#include <vector>
 
 namespace hipico {
 
@@ -41,30 +39,30 @@ const FuenteJuego& fuenteMacuare();
 const FuenteJuego& fuentePuestos();
 const FuenteJuego& fuenteDinamicas();
 
-// The fillers: each reads the central data with statements that aggregate in
-// the server and gives the rows of its local report table. A database failure
-// goes to the caller.
+// The fillers: each is one statement that the central server aggregates,
+// whose columns are named as the columns of its local report table (the rows
+// to write). A database failure goes to the caller.
 
 // rpt_resultadoscarreras: played, paid, due and total per race of a day (per
 // centre and race when the scope is a subgroup).
-std::vector<Insercion> filasResultados(Context& ctx, const FuenteJuego& j, const Consulta& c);
+Recordset filasResultados(Context& ctx, const FuenteJuego& j, const Consulta& c);
 // rpt_dividendos: the day's processed races with their winners and dividends.
-std::vector<Insercion> filasDividendos(Context& ctx, const Consulta& c);
+Recordset filasDividendos(Context& ctx, const Consulta& c);
 // rpt_diario: per group and day, sales, prizes, due, balance and the three
 // shares; one day from the tickets, a range from the daily totals.
-std::vector<Insercion> filasDiario(Context& ctx, const FuenteJuego& j, const Consulta& c);
+Recordset filasDiario(Context& ctx, const FuenteJuego& j, const Consulta& c);
 // rpt_general: per centre and day, the net of every game, lay-offs and the
 // auction income; over a date range from the daily totals, or over one
 // day's race range from the tickets (porCarreras).
-std::vector<Insercion> filasGeneral(Context& ctx, const Consulta& c, bool porCarreras);
+Recordset filasGeneral(Context& ctx, const Consulta& c, bool porCarreras);
 // rpt_bitacora: the audit log's entries (winner or fixed-table log).
-std::vector<Insercion> filasBitacora(Context& ctx, bool tablaFija, const Consulta& c);
+Recordset filasBitacora(Context& ctx, bool tablaFija, const Consulta& c);
 // rpt_resultadostaqs: per booth and day, played, paid, due and total.
-std::vector<Insercion> filasTaquillas(Context& ctx, const FuenteJuego& j, const Consulta& c);
+Recordset filasTaquillas(Context& ctx, const FuenteJuego& j, const Consulta& c);
 // rpt_jugadas: a list of tickets as the winners desk found them (numero,
 // nu_boleto, carrera, caballo, ganadores, cobrado, estatus, ch, grupo), each
-// with its money at the unit price.
-std::vector<Insercion> filasJugadas(const Recordset& boletos, const QString& fecha, double valorGanador);
+// with its money at the unit price and its paid or due prize apart.
+Recordset filasJugadas(const Recordset& boletos, const QString& fecha, double valorGanador);
 
 // The auction income of a centre on a day (and a race range, 0 0 for the whole
 // day) for the general report. Unset, the report takes the `remate` the daily
@@ -74,8 +72,10 @@ using IngresoRemate = std::function<double(Context& ctx, const QString& ch, cons
                                            long long carreraDesde, long long carreraHasta)>;
 void ponerIngresoRemate(IngresoRemate ingreso);
 
-// Empties the table and writes the rows in one transaction of the local
-// report schema; gives the rows written.
-long long reescribir(Db& local, const char* tabla, const std::vector<Insercion>& filas);
+// Empties a local report table and writes the rows, a few hundred per
+// statement, in one transaction; every column of the rows names a column of
+// the table, whose others keep their defaults. Texts are cut to their
+// column's width and kept to its character set (latin1). Gives the rows written.
+long long reescribir(Db& local, const char* tabla, const Recordset& filas);
 
 }  // namespace hipico

@@ -20,77 +20,63 @@ std::function<int(const Consulta&)> siempre(int tipo) {
     return [tipo](const Consulta&) { return tipo; };
 }
 
-DescripcionReporte resumen(const QString& nombre, const QString& entrada, const QString& titulo, const FuenteJuego& j,
-                           int dia, int rango) {
+using Llenado = std::function<Recordset(Context&, const Consulta&)>;
+
+// A window that asks one day and offers "TODOS" and the groups.
+DescripcionReporte ventana(const char* nombre, const char* entrada, const char* titulo, const char* tabla, Llenado llenar,
+                           std::function<int(const Consulta&)> tipo) {
     DescripcionReporte d;
-    d.nombre = nombre;
-    d.entrada = entrada;
-    d.titulo = titulo;
+    d.nombre = QString::fromUtf8(nombre);
+    d.entrada = QString::fromUtf8(entrada);
+    d.titulo = QString::fromUtf8(titulo);
+    d.tabla = tabla;
+    d.llenar = std::move(llenar);
+    d.tipo = std::move(tipo);
+    return d;
+}
+
+// A sales summary: a date range (one day from the tickets), groups and subgroups.
+DescripcionReporte resumen(const char* nombre, const char* entrada, const char* titulo, const FuenteJuego& j, int dia,
+                           int rango) {
+    DescripcionReporte d = ventana(nombre, entrada, titulo, "rpt_diario",
+                                   [&j](Context& ctx, const Consulta& c) { return filasDiario(ctx, j, c); }, diaORango(dia, rango));
     d.rango = true;
     d.subgrupos = true;
-    d.tabla = "rpt_diario";
-    d.llenar = [&j](Context& ctx, const Consulta& c) { return filasDiario(ctx, j, c); };
-    d.tipo = diaORango(dia, rango);
     return d;
 }
 
 QVector<DescripcionReporte> construir() {
     QVector<DescripcionReporte> v;
-
-    DescripcionReporte d;
-    d.nombre = "Form_ResultadosCarreras_WIN";
-    d.entrada = "rc_admin_menu";
-    d.titulo = "RESULTADOS DE CARRERAS - GANADORES";
+    const auto resultados = [](const FuenteJuego& j) {
+        return [&j](Context& ctx, const Consulta& c) { return filasResultados(ctx, j, c); };
+    };
+    // By subgroup the races are shown per centre.
+    DescripcionReporte d = ventana("Form_ResultadosCarreras_WIN", "rc_admin_menu", "RESULTADOS DE CARRERAS - GANADORES",
+                                   "rpt_resultadoscarreras", resultados(fuenteGanadores()),
+                                   [](const Consulta& c) { return c.alcance.tipo == Alcance::Tipo::Subgrupo ? 7 : 34; });
     d.carreras = true;
     d.subgrupos = true;
-    d.tabla = "rpt_resultadoscarreras";
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasResultados(ctx, fuenteGanadores(), c); };
-    // By subgroup the races are shown per centre.
-    d.tipo = [](const Consulta& c) { return c.alcance.tipo == Alcance::Tipo::Subgrupo ? 7 : 34; };
     v << d;
-
-    d = {};
-    d.nombre = "Form_ResultadosCarreras_TF";
-    d.entrada = "rctf_admin_menu";
-    d.titulo = "RESULTADOS DE CARRERAS - TABLA FIJA";
-    d.tabla = "rpt_resultadoscarreras";
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasResultados(ctx, fuenteTablaFija(), c); };
-    d.tipo = siempre(21);
-    v << d;
-
-    d = {};
-    d.nombre = "Form_Rpt_Dividendos";
-    d.entrada = "dd_admin_menu";
-    d.titulo = "DIVIDENDOS DEL DÍA";
+    v << ventana("Form_ResultadosCarreras_TF", "rctf_admin_menu", "RESULTADOS DE CARRERAS - TABLA FIJA",
+                 "rpt_resultadoscarreras", resultados(fuenteTablaFija()), siempre(21));
+    d = ventana("Form_Rpt_Dividendos", "dd_admin_menu", "DIVIDENDOS DEL DÍA", "rpt_dividendos", filasDividendos, siempre(5));
     d.grupos = false;
-    d.tabla = "rpt_dividendos";
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasDividendos(ctx, c); };
-    d.tipo = siempre(5);
     v << d;
-
     d = resumen("Form_GanTF", "cuadre_gantf_menu", "GANANCIA - TABLA FIJA", fuenteTablaFija(), 28, 27);
     d.subgrupos = false;
     v << d;
 
-    d = {};
-    d.nombre = "Form_ReporteGeneral";
-    d.entrada = "rpt_gen_admin_menu";
-    d.titulo = "REPORTE GENERAL";
-    d.rango = true;
-    d.subgrupos = true;
-    d.exportaTexto = true;
-    d.tabla = "rpt_general";
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasGeneral(ctx, c, false); };
-    d.tipo = siempre(29);
-    v << d;
-
-    d.nombre = "Form_ReporteGeneralC";
-    d.entrada = "gpc_rptgeneral";
-    d.titulo = "REPORTE GENERAL POR CARRERAS";
-    d.rango = false;
-    d.carreras = true;
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasGeneral(ctx, c, true); };
-    v << d;
+    for (const bool porCarreras : {false, true}) {
+        d = ventana(porCarreras ? "Form_ReporteGeneralC" : "Form_ReporteGeneral",
+                    porCarreras ? "gpc_rptgeneral" : "rpt_gen_admin_menu",
+                    porCarreras ? "REPORTE GENERAL POR CARRERAS" : "REPORTE GENERAL", "rpt_general",
+                    [porCarreras](Context& ctx, const Consulta& c) { return filasGeneral(ctx, c, porCarreras); }, siempre(29));
+        d.rango = !porCarreras;  // one day's race range, or a date range
+        d.carreras = porCarreras;
+        d.subgrupos = true;
+        d.exportaTexto = true;
+        v << d;
+    }
 
     v << resumen("Form_RVC_WIN", "gd_menu", "RESUMEN DE VENTAS - GANADORES", fuenteGanadores(), 1, 17);
     v << resumen("Form_RVC_TF", "diario_menu_tf", "RESUMEN DE VENTAS - TABLA FIJA", fuenteTablaFija(), 2, 19);
@@ -101,48 +87,31 @@ QVector<DescripcionReporte> construir() {
     d.grupos = false;
     v << d;
 
-    d = {};
-    d.nombre = "Form_Bitacora_Ganadores";
-    d.entrada = "bt_menu";
-    d.titulo = "BITÁCORA DE TICKETS - GANADORES";
-    d.rango = true;
-    d.subgrupos = true;
-    d.opcion = "SOLO ANULADOS";
-    d.tabla = "rpt_bitacora";
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasBitacora(ctx, false, c); };
-    d.tipo = siempre(16);
-    v << d;
+    for (const bool tablaFija : {false, true}) {
+        d = ventana(tablaFija ? "Form_Bitacora_TF" : "Form_Bitacora_Ganadores", tablaFija ? "bit_tf_menu" : "bt_menu",
+                    tablaFija ? "BITÁCORA DE TICKETS - TABLA FIJA" : "BITÁCORA DE TICKETS - GANADORES", "rpt_bitacora",
+                    [tablaFija](Context& ctx, const Consulta& c) { return filasBitacora(ctx, tablaFija, c); },
+                    siempre(tablaFija ? 22 : 16));
+        d.rango = true;
+        d.subgrupos = true;
+        d.opcion = QStringLiteral("SOLO ANULADOS");
+        v << d;
+    }
 
-    d.nombre = "Form_Bitacora_TF";
-    d.entrada = "bit_tf_menu";
-    d.titulo = "BITÁCORA DE TICKETS - TABLA FIJA";
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasBitacora(ctx, true, c); };
-    d.tipo = siempre(22);
-    v << d;
-
-    d = {};
-    d.nombre = "Form_RPt_TaqS";
-    d.entrada = "rst_menu";
-    d.titulo = "RESUMEN SEMANAL POR TAQUILLA";
+    const auto taquillas = [](const FuenteJuego& j) {
+        return [&j](Context& ctx, const Consulta& c) { return filasTaquillas(ctx, j, c); };
+    };
+    d = ventana("Form_RPt_TaqS", "rst_menu", "RESUMEN SEMANAL POR TAQUILLA", "rpt_resultadostaqs", taquillas(fuenteGanadores()),
+                siempre(40));
     d.rango = true;
-    d.tabla = "rpt_resultadostaqs";
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasTaquillas(ctx, fuenteGanadores(), c); };
-    d.tipo = siempre(40);
     // "Parametro1": the range; "Parametro2": the week of the year it starts in.
     d.parametros = [](const Consulta& c) {
         return ParametrosReporte{QStringLiteral("DEL %1 AL %2").arg(fechaVista(c.desde), fechaVista(c.hasta)),
                                  desdeFechaSql(c.desde).weekNumber()};
     };
     v << d;
-
-    d = {};
-    d.nombre = "Form_RPT_CuadreTaqTF";
-    d.entrada = "tf_porTaquilla";
-    d.titulo = "CUADRE POR TAQUILLA - TABLA FIJA";
-    d.tabla = "rpt_resultadostaqs";
-    d.llenar = [](Context& ctx, const Consulta& c) { return filasTaquillas(ctx, fuenteTablaFija(), c); };
-    d.tipo = siempre(20);
-    v << d;
+    v << ventana("Form_RPT_CuadreTaqTF", "tf_porTaquilla", "CUADRE POR TAQUILLA - TABLA FIJA", "rpt_resultadostaqs",
+                 taquillas(fuenteTablaFija()), siempre(20));
     return v;
 }
 
@@ -193,7 +162,7 @@ std::optional<Consulta> GeneradorReporte::revisar(const Peticion& p) const {
 std::optional<GeneradorReporte::Apertura> GeneradorReporte::generar(const Peticion& p) {
     const std::optional<Consulta> c = revisar(p);
     if (!c) return std::nullopt;
-    const std::vector<Insercion> filas = d_.llenar(ctx_, *c);
+    const Recordset filas = d_.llenar(ctx_, *c);
     Apertura a;
     a.filas = reescribir(ctx_.local(), d_.tabla, filas);
     if (filas.empty()) {

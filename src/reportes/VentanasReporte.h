@@ -29,7 +29,7 @@ struct DescripcionReporte {
     QString opcion;         // caption of the window's option box ("" : none)
     bool exportaTexto = false;  // the general reports' text file
     const char* tabla = "";
-    std::function<std::vector<Insercion>(Context&, const Consulta&)> llenar;
+    std::function<Recordset(Context&, const Consulta&)> llenar;
     std::function<int(const Consulta&)> tipo;
     std::function<std::optional<ParametrosReporte>(const Consulta&)> parametros;
 };

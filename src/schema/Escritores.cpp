@@ -2,8 +2,6 @@
 
 #include "core/Db.h"
 
-#include <algorithm>
-
 namespace hipico {
 
 Insercion& Insercion::operator()(const char* columna, SqlValue valor) {
@@ -46,26 +44,6 @@ long long insertarDesde(Db& db, const Insercion& fila, const std::string& origen
     Params todos = fila.valores();
     todos.insert(todos.end(), params.begin(), params.end());
     return db.exec(fila.sqlDesde(origen), todos);
-}
-
-long long insertarLote(Db& db, const std::vector<Insercion>& filas) {
-    constexpr std::size_t kPorSentencia = 400;
-    long long escritas = 0;
-    for (std::size_t desde = 0; desde < filas.size(); desde += kPorSentencia) {
-        const std::size_t hasta = std::min(filas.size(), desde + kPorSentencia);
-        // Every row of one writer has the same tuple: "(NULL,?,...,?)".
-        const std::string una = filas[desde].sql();
-        const std::size_t valores = una.find(" VALUES ") + 8;
-        const std::string tupla = una.substr(valores, una.size() - valores - 1);
-        std::string sql = una.substr(0, valores);
-        Params params;
-        for (std::size_t i = desde; i < hasta; ++i) {
-            sql += (i == desde ? "" : ",") + tupla;
-            params.insert(params.end(), filas[i].valores().begin(), filas[i].valores().end());
-        }
-        escritas += db.exec(sql, params);
-    }
-    return escritas;
 }
 
 Insercion BoletoGanador::insercion() const {

@@ -45,9 +45,6 @@ long long insertar(Db& db, const Insercion& fila);
 // INSERT ... SELECT: one row per row of `origen` ("FROM ... WHERE ..."). The
 // row's bound values come first, then `params`. Gives the rows written.
 long long insertarDesde(Db& db, const Insercion& fila, const std::string& origen, const Params& params);
-// Many rows of one writer, a few hundred per statement ("VALUES (NULL,...),(NULL,...)").
-// Gives the rows written.
-long long insertarLote(Db& db, const std::vector<Insercion>& filas);
 
 // ---- The rows the system writes ----
 

@@ -9,7 +9,6 @@
 #include "reportes/RPT_Diario_WIN.h"
 #include "reportes/Reporte.h"
 #include "reportes/TiposReporte.h"
-#include "schema/Escritores.h"
 #include "support/TestEnv.h"
 
 #include <QApplication>
@@ -53,17 +52,15 @@ QMap<QString, QString> celdasXlsx(const QString& archivo) {
 
 class TstReportes : public QObject {
     Q_OBJECT
+    QTemporaryDir carpeta;  // exports and the test's own templates
     std::unique_ptr<TestEnv> env;
-    QTemporaryDir carpeta;
 
     // The weekly booth summary's table with `n` booths of a day each.
     void llenarTaquillas(int n) {
         env->local().exec("DELETE from rpt_resultadostaqs");
-        std::vector<Insercion> filas;
-        for (int i = 1; i <= n; ++i)
-            filas.push_back(resultadoTaquilla(QString("TAQUILLA %1").arg(i, 3, 10, QChar('0')), "23-11-2026", 100.0 * i,
-                                              10.0 * i, 85.0 * i, 5.0 * i));
-        insertarLote(env->local(), filas);
+        env->local().exec("INSERT INTO rpt_resultadostaqs (ch, fecha, jugado, cobrado, total, taquilla, monto_porpagar) "
+                          "SELECT CONCAT('TAQUILLA ', LPAD(seq, 3, '0')), '23-11-2026', 100 * seq, 10 * seq, 85 * seq, "
+                          "CONCAT('TAQUILLA ', LPAD(seq, 3, '0')), 5 * seq FROM seq_1_to_" + std::to_string(n));
     }
 
     Documento reporte(int tipo, const ParametrosReporte& p = {}) { return prepararReporte(env->ctx, *solicitudGeneral(tipo, p)); }
