@@ -80,7 +80,7 @@ Form_Reporte::Form_Reporte(Context& ctx, const DescripcionReporte& d, QWidget* p
     raiz->addStretch(1);
     raiz->addLayout(botones);
     primerFoco(desde_);
-    resize(460, 120 + 34 * static_cast<int>(orden.size()));
+    resize(460, 80 + 32 * static_cast<int>(orden.size()));
 }
 
 Peticion Form_Reporte::peticion() const {

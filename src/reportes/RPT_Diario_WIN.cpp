@@ -59,7 +59,6 @@ RPT_Diario_WIN::RPT_Diario_WIN(Context& ctx, const QString& nombre, const QStrin
     area_ = new QScrollArea;
     area_->setObjectName(QStringLiteral("Vista"));
     area_->setWidget(hoja_);
-    area_->setWidgetResizable(true);
     area_->setAlignment(Qt::AlignCenter);
     area_->setBackgroundRole(QPalette::Dark);
 
@@ -69,6 +68,8 @@ RPT_Diario_WIN::RPT_Diario_WIN(Context& ctx, const QString& nombre, const QStrin
     setAttribute(Qt::WA_DeleteOnClose);
     primerFoco(imprimir);
     resize(documento_->plantilla().horizontal ? 1000 : 820, 700);
+    // The page opens as wide as the window.
+    zoom_ = std::min(1.0, (width() - 60) / (documento_->tamano().width() * kDpiPantalla / 72.0));
     mostrar();
 }
 
@@ -86,6 +87,7 @@ void RPT_Diario_WIN::zoom(double factor) {
 
 void RPT_Diario_WIN::mostrar() {
     hoja_->setPixmap(QPixmap::fromImage(imagenPagina(*documento_, pagina_, qRound(kDpiPantalla * zoom_))));
+    hoja_->adjustSize();
     numero_->setText(QStringLiteral("Página %1 de %2").arg(pagina_ + 1).arg(documento_->paginas()));
 }
 
