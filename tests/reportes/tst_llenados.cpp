@@ -113,7 +113,9 @@ private slots:
             db().exec("INSERT INTO tablafija (carrera, caballo, tablas, monto, ch, grupo, hora, fecha, cobrado, estatus, "
                       "nu_boleto) VALUES (1, 2, 1, ?, 'LOS PINOS', '08', '10:00:00', ?, ?, ?, 'T')",
                       {monto, fechaSql(kHoy), cobrado, estatus});
-        // Daily totals of the week.
+        // Daily totals of the week (instead of the demo's).
+        for (const char* t : {"ventas_ganadores_general", "ventas_tf_general"})
+            db().exec(std::string("DELETE FROM ") + t + " WHERE fecha < ?", {fechaSql(kHoy)});
         totales("ventas_ganadores_general", "07", "2026-11-17", 1000, 300, 100, 50);
         totales("ventas_ganadores_general", "07", "2026-11-18", 500, 600, 0);
         totales("ventas_ganadores_general", "12", "2026-11-17", 2000, 500, 500);
