@@ -37,6 +37,20 @@ QString cabe(const QFontMetricsF& m, const QString& texto, double ancho) {
     return m.horizontalAdvance(texto) <= ancho ? texto : m.elidedText(texto, Qt::ElideRight, ancho);
 }
 
+// One line of text in a cell, to its left or right edge, cut to the cell's
+// width, its middle on the cell's middle. Drawn at a point: the cells of a
+// long list cost no text layout.
+void escribir(QPainter& p, const QFontMetricsF& m, const QRectF& r, bool derecha, const QString& texto) {
+    double ancho = m.horizontalAdvance(texto);
+    QString t = texto;
+    if (ancho > r.width()) {
+        t = m.elidedText(texto, Qt::ElideRight, r.width());
+        ancho = m.horizontalAdvance(t);
+    }
+    const double base = r.center().y() + (m.ascent() - m.descent()) / 2;
+    p.drawText(QPointF(derecha ? r.right() - ancho : r.left(), base), t);
+}
+
 const QColor& colorSerie(int i) {
     static const QColor colores[] = {QColor(46, 104, 170), QColor(222, 129, 40), QColor(72, 150, 82),
                                      QColor(190, 60, 60),  QColor(126, 92, 170), QColor(120, 120, 120)};
@@ -63,6 +77,8 @@ Documento::Documento(Plantilla plantilla, Recordset filas, Cabecera cabecera, bo
     titulo_ = fuente(letra + 6, true);
     empresa_ = fuente(letra + 2, true);
     pequena_ = fuente(std::max(6, letra - 1));
+    medidaCuerpo_ = QFontMetricsF(cuerpo_);
+    medidaNegrita_ = QFontMetricsF(negrita_);
     fila_ = std::round(letra * 1.55);
     for (const QString& l : plantilla_.lineas) encabezado_ << sustituir(l, 0);
     QStringList valores;
@@ -266,8 +282,7 @@ void Documento::pintarEncabezado(QPainter& p, int pagina) const {
     for (int c = 0; c < plantilla_.columnas.size(); ++c) {
         const Plantilla::Columna& col = plantilla_.columnas[c];
         const QRectF celda(x_[c] + 3, cabeza, x_[c + 1] - x_[c] - 6, fila_ + 6);
-        p.drawText(celda, (formatoNumerico(col.formato) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter,
-                   cabe(m, col.titulo.trimmed(), celda.width()));
+        escribir(p, m, celda, formatoNumerico(col.formato), col.titulo.trimmed());
     }
     p.setPen(QPen(kTinta, 0.8));
     p.drawLine(QPointF(x_.first(), cabeza + fila_ + 6), QPointF(x_.last(), cabeza + fila_ + 6));
@@ -290,12 +305,11 @@ void Documento::pintarLinea(QPainter& p, const Linea& l, double y, bool par) con
     case Linea::Tipo::Detalle: {
         if (par) p.fillRect(QRectF(izquierda, y, derecha - izquierda, l.alto), kGrisFila);
         p.setFont(cuerpo_);
-        const QFontMetricsF m(cuerpo_);
+        const QFontMetricsF& m = medidaCuerpo_;
         for (int c = 0; c < columnas; ++c) {
             const QRectF celdaR(x_[c] + 3, y, x_[c + 1] - x_[c] - 6, l.alto);
             const bool numero = formatoNumerico(plantilla_.columnas[c].formato);
-            p.drawText(celdaR, (numero ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter,
-                       cabe(m, celda(l.fila, c), celdaR.width()));
+            escribir(p, m, celdaR, numero, celda(l.fila, c));
         }
         break;
     }
@@ -318,20 +332,19 @@ void Documento::pintarLinea(QPainter& p, const Linea& l, double y, bool par) con
                 p.drawLine(QPointF(x_[c] + 3, y + 1), QPointF(x_[c + 1] - 3, y + 1));
         p.setPen(kTinta);
         p.setFont(negrita_);
-        const QFontMetricsF m(negrita_);
+        const QFontMetricsF& m = medidaNegrita_;
         // The label takes the columns before the first total, and the room
         // that total leaves on its left.
         double finEtiqueta = derecha;
         if (primera < columnas)
             finEtiqueta = x_[primera + 1] - 3 - m.horizontalAdvance(total(l, primera)) - 8;
         if (finEtiqueta - izquierda > 12)
-            p.drawText(QRectF(izquierda + 3, y + 2, finEtiqueta - izquierda - 6, l.alto - 2),
-                       Qt::AlignLeft | Qt::AlignVCenter, cabe(m, l.texto, finEtiqueta - izquierda - 6));
+            escribir(p, m, QRectF(izquierda + 3, y + 2, finEtiqueta - izquierda - 6, l.alto - 2), false, l.texto);
         for (int c = primera; c < columnas; ++c) {
             const QString t = total(l, c);
             if (t.isEmpty()) continue;
             const QRectF celdaR(x_[c] + 3, y + 2, x_[c + 1] - x_[c] - 6, l.alto - 2);
-            p.drawText(celdaR, Qt::AlignRight | Qt::AlignVCenter, cabe(m, t, celdaR.width()));
+            escribir(p, m, celdaR, true, t);
         }
         break;
     }

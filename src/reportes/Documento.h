@@ -4,6 +4,7 @@
 #include "reportes/Plantilla.h"
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QPageLayout>
 #include <QRectF>
 #include <QSizeF>
@@ -95,6 +96,7 @@ private:
     QVector<double> x_;              // left edge of each column, and the table's right edge
     Barras barras_;
     QFont cuerpo_, negrita_, titulo_, empresa_, pequena_;
+    QFontMetricsF medidaCuerpo_{QFont()}, medidaNegrita_{QFont()};
     double fila_ = 12;
     double cabezaAlto_ = 0;          // heading up to the column titles
 };

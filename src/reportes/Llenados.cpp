@@ -35,18 +35,20 @@ struct Sql {
 Sql sumasBoletos(Context& ctx, const FuenteJuego& j, const Consulta& c, const QStringList& claves,
                  const CondicionSql& filtro) {
     const QString hoy = ctx.session.fecha;
+    // Grouped by the bytes of each key: a text compared by its collation costs
+    // several times more over a day of tickets.
     std::string select, grupo;
     for (const QString& k : claves) {
-        select += "t." + k.toStdString() + " AS " + k.toStdString() + ",";
-        grupo += ",t." + k.toStdString();
+        select += "MIN(t." + k.toStdString() + ") AS " + k.toStdString() + ",";
+        grupo += ",CAST(t." + k.toStdString() + " AS BINARY)";
     }
     Sql out;
     const auto parte = [&](const char* tabla, const std::string& dias, const Params& valores) {
         if (!out.texto.empty()) out.texto += " UNION ALL ";
-        out.texto += "SELECT " + select + "t.grupo AS grupo,SUM(t." + j.unidades +
+        out.texto += "SELECT " + select + "MIN(t.grupo) AS grupo,SUM(t." + j.unidades +
                      ") AS u,SUM(IF(t.estatus IN (2,3),t.cobrado,0)) AS pagado,"
                      "SUM(IF(t.estatus IN (1,4),t.cobrado,0)) AS porpagar FROM " +
-                     tabla + " t WHERE " + dias + " AND t.estatus <> 5" + filtro.sql + " GROUP BY t.grupo" + grupo;
+                     tabla + " t WHERE " + dias + " AND t.estatus <> 5" + filtro.sql + " GROUP BY CAST(t.grupo AS BINARY)" + grupo;
         out.params.insert(out.params.end(), valores.begin(), valores.end());
         out.params.insert(out.params.end(), filtro.params.begin(), filtro.params.end());
     };

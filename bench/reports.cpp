@@ -1,0 +1,149 @@
+// Reports over a big day: 1,000,000 winner tickets (and 100,000 fixed-table
+// ones) over 60 groups in 2 centres, plus 8 weeks of daily totals per group
+// and game. For every report window: the time to refill its table and to lay
+// out and draw the first page of its preview. Then a list of 100,000 tickets:
+// refilled, laid out and written as a PDF.
+#include "BenchSupport.h"
+#include "core/Context.h"
+#include "core/Dialogs.h"
+#include "core/Formato.h"
+#include "reportes/Exportar.h"
+#include "reportes/Llenados.h"
+#include "reportes/Reporte.h"
+#include "reportes/VentanasReporte.h"
+#include "schema/LocalSchema.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+using namespace hipico;
+using namespace hipico::bench;
+
+namespace {
+
+const QString kFecha = QStringLiteral("2026-11-23");
+constexpr int kGrupos = 60;
+
+void prepararDia(Db& db) {
+    db.exec("INSERT INTO configuracion (id, fecha, carrera, id_hipodromo, valor_ganador, empresa) "
+            "VALUES (1, ?, 1, 1, 10, 'RED DE CENTROS HIPICOS')",
+            {kFecha});
+    db.exec("INSERT INTO hipodromos (id_hipodromo, hipodromo) VALUES (1, 'LA RINCONADA')");
+    db.exec("INSERT INTO subgrupos (subgrupo, nombre) VALUES ('S1', 'ORIENTE'), ('S2', 'OCCIDENTE')");
+    for (int carrera = 1; carrera <= 8; ++carrera)
+        for (int n = 1; n <= 12; ++n)
+            db.exec("INSERT INTO carreras (fecha, carrera, id_hipodromo, caballo, nu_caballo, win_ganadores, dividendo) "
+                    "VALUES (?, ?, 1, ?, ?, 3, 4.5)",
+                    {kFecha, carrera, QString("CABALLO %1").arg(n), n});
+    for (int g = 1; g <= kGrupos; ++g)
+        db.exec("INSERT INTO grupos (grupo, ch, subgrupo, valor_ganador, por_ch, por_casa, por_admin) "
+                "VALUES (?, ?, ?, 10, 40, 40, 20)",
+                {QString("G%1").arg(g, 2, 10, QChar('0')), g <= kGrupos / 2 ? "CENTRO NORTE" : "CENTRO SUR",
+                 g <= kGrupos / 2 ? "S1" : "S2"});
+    const char* const grupo = "CONCAT('G', LPAD(1 + seq % 60, 2, '0'))";
+    const char* const centro = "IF(seq % 60 < 30, 'CENTRO NORTE', 'CENTRO SUR')";
+    const char* const estatus =
+        "CASE WHEN seq % 50 = 7 THEN 4 WHEN seq % 20 = 3 THEN 2 WHEN seq % 10 = 1 THEN 1 ELSE 0 END";
+    db.exec(std::string("INSERT INTO ma_principal (carrera, caballo, ganadores, ch, grupo, hora, fecha, cobrado, estatus, "
+                        "nu_boleto, subgrupo) SELECT 1 + seq % 8, 1 + seq % 12, 1 + seq % 5, ") +
+                centro + ", " + grupo + ", '10:00:00', ?, IF(" + estatus + " = 0, 0, 25), " + estatus +
+                ", CONCAT('1', seq), 'S1' FROM seq_1_to_1000000",
+            {kFecha});
+    db.exec(std::string("INSERT INTO tablafija (carrera, caballo, tablas, monto, ch, grupo, hora, fecha, cobrado, "
+                        "estatus, nu_boleto) SELECT 1 + seq % 8, 1 + seq % 12, 1 + seq % 3, 5 * (1 + seq % 3), ") +
+                centro + ", " + grupo + ", '10:00:00', ?, IF(" + estatus + " = 0, 0, 40), " + estatus +
+                ", CONCAT('2', seq) FROM seq_1_to_100000",
+            {kFecha});
+    // Eight weeks of daily totals before the day, every group and game.
+    for (const char* tabla : {"ventas_ganadores_general", "ventas_tf_general", "ventas_mc_general"})
+        db.exec(std::string("INSERT INTO ") + tabla +
+                    " (grupo, fecha, venta, premios, monto_porpagar, saldo) SELECT g.grupo, "
+                    "DATE_FORMAT(? - INTERVAL s.seq DAY, '%Y-%m-%d'), 1000 + s.seq, 400, 50, 550 + s.seq "
+                    "FROM grupos g, seq_1_to_56 s",
+                {kFecha});
+    for (const char* juego : {"PUESTOS", "DINAMICAS"})
+        db.exec("INSERT INTO ventas_generales (grupo, fecha, venta, premios, monto_porpagar, saldo, juego) SELECT g.grupo, "
+                "DATE_FORMAT(? - INTERVAL s.seq DAY, '%Y-%m-%d'), 300, 100, 0, 200, ? FROM grupos g, seq_1_to_56 s",
+                {kFecha, juego});
+    db.exec("INSERT INTO bitacora (numero, carrera, caballo, ganadores, taquilla, grupo, hora, fecha, nu_boleto, motivo, "
+            "usuario, estatus) SELECT seq, 1 + seq % 8, 1, 2, 'CENTRO NORTE', CONCAT('G', LPAD(1 + seq % 60, 2, '0')), "
+            "'10:00:00', DATE_FORMAT(? - INTERVAL seq % 7 DAY, '%Y-%m-%d'), CONCAT('1', seq), 'ANULADO', 'admin', 5 "
+            "FROM seq_1_to_5000",
+            {kFecha});
+    for (const char* t : {"ma_principal", "tablafija", "bitacora"}) db.exec(std::string("ANALYZE TABLE ") + t);
+}
+
+double segundos(const std::function<void()>& fn) {
+    const auto t0 = bench::Clock::now();
+    fn();
+    return microsSince(t0) / 1e6;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    const Config c = benchConfig("b_reports");
+    freshCentral(c);
+    {
+        auto servidor = Db::open(cadenaLocalSinBase(c));
+        servidor->exec(("DROP DATABASE IF EXISTS `" + c.localBase + "`").toStdString());
+    }
+    CrearBDLocal(c);
+    ScriptedDialogs dialogs;
+    FixedClock reloj(QDateTime(QDate(2026, 11, 23), QTime(18, 0)));
+    Context ctx(c, dialogs, reloj);
+    ctx.cnServidor = Db::open(cadenaServidor(c));
+    ctx.cnLocal = Db::open(cadenaLocal(c));
+    Db& db = *ctx.cnServidor;
+    prepararDia(db);
+    Session& s = ctx.session;
+    s.usuario = QStringLiteral("admin");
+    s.nivel = QStringLiteral("Administrador");
+    s.fecha = kFecha;
+    s.empresa = QStringLiteral("RED DE CENTROS HIPICOS");
+    std::printf("innodb_flush_log_at_trx_commit=%s\n", qPrintable(flushSetting(db)));
+    std::printf("1,000,000 winner and 100,000 fixed-table tickets, %d groups in 2 centres, 8 weeks of daily totals\n",
+                kGrupos);
+    std::printf("%-30s %8s %8s %8s %7s\n", "window (request)", "fill", "page 1", "total", "rows");
+
+    const QDate hoy = desdeFechaSql(kFecha);
+    for (const DescripcionReporte& d : ventanasReporte()) {
+        // A one-day window on the big day; a range window over the week that ends on it.
+        Peticion p{d.rango ? hoy.addDays(-6) : hoy, hoy, d.carreras ? "1" : "", d.carreras ? "8" : "", Alcance::todos(), false};
+        GeneradorReporte g(ctx, d);
+        std::optional<GeneradorReporte::Apertura> a;
+        const double llenar = segundos([&] { a = g.generar(p); });
+        double pagina = 0;
+        if (a) {
+            pagina = segundos([&] {
+                const Documento doc = prepararReporte(ctx, *solicitudGeneral(a->tipo, a->parametros.value_or(ParametrosReporte{})));
+                imagenPagina(doc, 0, 96);
+            });
+        }
+        std::printf("%-30s %7.3fs %7.3fs %7.3fs %7lld%s\n", qPrintable(d.nombre), llenar, pagina, llenar + pagina,
+                    a ? a->filas : 0LL, llenar + pagina < 1.0 ? "" : "  (over 1 s)");
+    }
+
+    // A list of 100,000 tickets through the ticket window's template.
+    Recordset boletos;
+    const double leer = segundos([&] {
+        boletos = db.query("SELECT numero,nu_boleto,carrera,caballo,ganadores,cobrado,estatus,ch,grupo FROM ma_principal "
+                           "WHERE fecha = ? ORDER BY numero DESC LIMIT 100000",
+                           {kFecha});
+    });
+    const double llenar = segundos([&] { reescribir(*ctx.cnLocal, "rpt_jugadas", filasJugadas(boletos, kFecha, 10)); });
+    std::optional<Documento> doc;
+    const double maquetar = segundos([&] { doc = prepararReporte(ctx, *solicitudBoletos(1, {"TODAS", 1})); });
+    QTemporaryDir carpeta;
+    const QString pdf = carpeta.filePath("boletos.pdf");
+    const double escribir = segundos([&] { exportarPdf(*doc, pdf); });
+    std::printf("ticket list, 100,000 rows: read %.2f s, fill %.2f s, lay out %.2f s, PDF %.2f s (%d pages, %.1f MB): "
+                "%.2f s in all\n",
+                leer, llenar, maquetar, escribir, doc->paginas(), QFileInfo(pdf).size() / 1e6,
+                leer + llenar + maquetar + escribir);
+    return 0;
+}
