@@ -57,12 +57,15 @@ inline double percentile(std::vector<double> v, double p) {
     return v[i];
 }
 
-// A big day: the settings row, one track of eight races with twelve horses
+// A big day (kDiaGrande): the settings row, one track of eight races with twelve horses
 // (the last race still open, every race with its result), 60 groups in two
 // centres and two subgroups, and the day's tickets: `ganadores` winner tickets
 // and `tablaFija` fixed-table ones over the groups (every tenth a winner due,
 // every twentieth paid, every fiftieth a refund due).
-inline void diaGrande(Db& db, const QString& fecha, int ganadores, int tablaFija) {
+inline const QString kDiaGrande = QStringLiteral("2026-11-23");
+constexpr int kGruposDiaGrande = 60;
+inline void diaGrande(Db& db, int ganadores, int tablaFija) {
+    const QString& fecha = kDiaGrande;
     db.exec("INSERT INTO configuracion (id, fecha, carrera, id_hipodromo, valor_ganador, empresa) "
             "VALUES (1, ?, 1, 1, 10, 'RED DE CENTROS HIPICOS')",
             {fecha});
@@ -73,7 +76,7 @@ inline void diaGrande(Db& db, const QString& fecha, int ganadores, int tablaFija
             db.exec("INSERT INTO carreras (fecha, carrera, id_hipodromo, caballo, nu_caballo, venta, win_ganadores, "
                     "dividendo) VALUES (?, ?, 1, ?, ?, ?, 3, 4.5)",
                     {fecha, carrera, QString("CABALLO %1").arg(n), n, carrera == 8 ? 1 : 0});
-    for (int g = 1; g <= 60; ++g)
+    for (int g = 1; g <= kGruposDiaGrande; ++g)
         db.exec("INSERT INTO grupos (grupo, ch, subgrupo, valor_ganador, por_ch, por_casa, por_admin) "
                 "VALUES (?, ?, ?, 10, 40, 40, 20)",
                 {QString("G%1").arg(g, 2, 10, QChar('0')), g <= 30 ? "CENTRO NORTE" : "CENTRO SUR", g <= 30 ? "S1" : "S2"});

@@ -14,17 +14,14 @@ using namespace hipico::bench;
 
 namespace {
 
-const QString kFecha = QStringLiteral("2026-11-23");
-constexpr int kGrupos = 60;
-
 void prepararDia(Db& db) {
-    diaGrande(db, kFecha, 1000000, 200000);
+    diaGrande(db, 1000000, 200000);
     const std::string grupo = kGrupoDeSeq, centro = kCentroDeSeq;
     db.exec(std::string("INSERT INTO macuares (boleto, fecha, hora, monto, veces, v1, v2, v3, v4, v5, v6, v7, grupo, "
                         "taquilla, combinacion, estatus) SELECT CONCAT('5', seq), ?, '10:00:00', 20, 1, 1, 2, 3, 4, 5, "
                         "6, 7, ") +
                 grupo + ", " + centro + ", '1-2-3-4-5-6-7', IF(seq % 100 = 5, 1, 0) FROM seq_1_to_100000",
-            {kFecha});
+            {kDiaGrande});
     db.exec("ANALYZE TABLE macuares");
 }
 
@@ -42,9 +39,9 @@ int main(int argc, char** argv) {
     prepararDia(db);
     ctx.session.usuario = QStringLiteral("admin");
     std::printf("innodb_flush_log_at_trx_commit=%s\n", qPrintable(flushSetting(db)));
-    std::printf("1,000,000 winner, 200,000 fixed-table and 100,000 Macuare tickets, %d groups in 2 centres\n", kGrupos);
+    std::printf("1,000,000 winner, 200,000 fixed-table and 100,000 Macuare tickets, %d groups in 2 centres\n", kGruposDiaGrande);
 
-    const QDate siguiente = QDate::fromString(kFecha, "yyyy-MM-dd").addDays(1);
+    const QDate siguiente = QDate::fromString(kDiaGrande, "yyyy-MM-dd").addDays(1);
     CierreDia cierre(ctx);
     CierreDia::Salida s;
     const double primera = segundos([&] { s = cierre.cerrar(std::max(siguiente, reloj.today().addDays(1)), true); });
@@ -54,7 +51,7 @@ int main(int argc, char** argv) {
     }
     std::printf("close:           %.2f s  (%lld + %lld + %lld tickets kept)\n", primera, s.hecho->ganadores,
                 s.hecho->tablaFija, s.hecho->macuare);
-    db.exec("UPDATE configuracion SET fecha = ?", {kFecha});
+    db.exec("UPDATE configuracion SET fecha = ?", {kDiaGrande});
     const double segunda = segundos([&] { s = cierre.cerrar(std::max(siguiente, reloj.today().addDays(1)), true); });
     std::printf("close again:     %.2f s  (copies and totals replaced)\n", segunda);
     return 0;

@@ -23,27 +23,24 @@ using namespace hipico::bench;
 
 namespace {
 
-const QString kFecha = QStringLiteral("2026-11-23");
-constexpr int kGrupos = 60;
-
 void prepararDia(Db& db) {
-    diaGrande(db, kFecha, 1000000, 100000);
+    diaGrande(db, 1000000, 100000);
     // Eight weeks of daily totals before the day, every group and game.
     for (const char* tabla : {"ventas_ganadores_general", "ventas_tf_general", "ventas_mc_general"})
         db.exec(std::string("INSERT INTO ") + tabla +
                     " (grupo, fecha, venta, premios, monto_porpagar, saldo) SELECT g.grupo, "
                     "DATE_FORMAT(? - INTERVAL s.seq DAY, '%Y-%m-%d'), 1000 + s.seq, 400, 50, 550 + s.seq "
                     "FROM grupos g, seq_1_to_56 s",
-                {kFecha});
+                {kDiaGrande});
     for (const char* juego : {"PUESTOS", "DINAMICAS"})
         db.exec("INSERT INTO ventas_generales (grupo, fecha, venta, premios, monto_porpagar, saldo, juego) SELECT g.grupo, "
                 "DATE_FORMAT(? - INTERVAL s.seq DAY, '%Y-%m-%d'), 300, 100, 0, 200, ? FROM grupos g, seq_1_to_56 s",
-                {kFecha, juego});
+                {kDiaGrande, juego});
     db.exec("INSERT INTO bitacora (numero, carrera, caballo, ganadores, taquilla, grupo, hora, fecha, nu_boleto, motivo, "
             "usuario, estatus) SELECT seq, 1 + seq % 8, 1, 2, 'CENTRO NORTE', CONCAT('G', LPAD(1 + seq % 60, 2, '0')), "
             "'10:00:00', DATE_FORMAT(? - INTERVAL seq % 7 DAY, '%Y-%m-%d'), CONCAT('1', seq), 'ANULADO', 'admin', 5 "
             "FROM seq_1_to_5000",
-            {kFecha});
+            {kDiaGrande});
     db.exec("ANALYZE TABLE bitacora");
 }
 
@@ -69,14 +66,14 @@ int main(int argc, char** argv) {
     Session& s = ctx.session;
     s.usuario = QStringLiteral("admin");
     s.nivel = QStringLiteral("Administrador");
-    s.fecha = kFecha;
+    s.fecha = kDiaGrande;
     s.empresa = QStringLiteral("RED DE CENTROS HIPICOS");
     std::printf("innodb_flush_log_at_trx_commit=%s\n", qPrintable(flushSetting(db)));
     std::printf("1,000,000 winner and 100,000 fixed-table tickets, %d groups in 2 centres, 8 weeks of daily totals\n",
-                kGrupos);
+                kGruposDiaGrande);
     std::printf("%-30s %8s %8s %8s %7s\n", "window (request)", "fill", "page 1", "total", "rows");
 
-    const QDate hoy = desdeFechaSql(kFecha);
+    const QDate hoy = desdeFechaSql(kDiaGrande);
     for (const DescripcionReporte& d : ventanasReporte()) {
         // A one-day window on the big day; a range window over the week that ends on it.
         Peticion p{d.rango ? hoy.addDays(-6) : hoy, hoy, d.carreras ? "1" : "", d.carreras ? "8" : "", Alcance::todos(), false};
@@ -99,9 +96,9 @@ int main(int argc, char** argv) {
     const double leer = segundos([&] {
         boletos = db.query("SELECT numero,nu_boleto,carrera,caballo,ganadores,cobrado,estatus,ch,grupo FROM ma_principal "
                            "WHERE fecha = ? ORDER BY numero DESC LIMIT 100000",
-                           {kFecha});
+                           {kDiaGrande});
     });
-    const double llenar = segundos([&] { reescribir(*ctx.cnLocal, "rpt_jugadas", filasJugadas(boletos, kFecha, 10)); });
+    const double llenar = segundos([&] { reescribir(*ctx.cnLocal, "rpt_jugadas", filasJugadas(boletos, kDiaGrande, 10)); });
     std::optional<Documento> doc;
     const double maquetar = segundos([&] { doc = prepararReporte(ctx, *solicitudBoletos(1, {"TODAS", 1})); });
     QTemporaryDir carpeta;
