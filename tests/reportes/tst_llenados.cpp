@@ -6,12 +6,14 @@
 // input each window refuses without touching its table. Every report that
 // opens also lays out without a fault.
 #include "support/Boletos.h"
+#include "reportes/Exportar.h"
 #include "reportes/Llenados.h"
 #include "reportes/Reporte.h"
 #include "reportes/VentanasReporte.h"
 #include "sales/JuegoGanadores.h"
 #include "support/TestEnv.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -388,6 +390,22 @@ private slots:
         QCOMPARE(env->dialogs.last().icon, Icon::Critical);
         QCOMPARE(env->dialogs.last().text, mensaje);
         QCOMPARE(foto(env->local(), {"rpt_resultadoscarreras", "rpt_diario", "rpt_general", "rpt_bitacora"}), antes);
+    }
+
+    // Pictures of the first pages of the week's reports, to look at.
+    void retratos() {
+        const QString carpetaFotos = qEnvironmentVariable("HIPICO_SCREENS", QDir::current().absoluteFilePath("screens"));
+        QDir().mkpath(carpetaFotos);
+        for (const auto& [ventana, peticion] :
+             {std::pair{"Form_ReporteGeneral", semana()}, std::pair{"Form_RVC_WIN", semana()},
+              std::pair{"Form_Bitacora_Ganadores", semana()}, std::pair{"Form_ResultadosCarreras_WIN", carreras(kHoy, "1", "3")},
+              std::pair{"Form_Rpt_Dividendos", dia(kHoy)}}) {
+            std::optional<ParametrosReporte> p;
+            const int tipo = generar(ventana, peticion, &p);
+            QVERIFY2(tipo > 0, ventana);
+            const Documento d = prepararReporte(env->ctx, *solicitudGeneral(tipo, p.value_or(ParametrosReporte{})));
+            QVERIFY(imagenPagina(d, 0, 110).save(QDir(carpetaFotos).filePath(QString("reporte_%1.png").arg(tipo))));
+        }
     }
 
     // Nothing in the range: the message, and the table is empty (a report
