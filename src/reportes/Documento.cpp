@@ -3,6 +3,7 @@
 #include "reportes/Formatos.h"
 
 #include <QFontMetricsF>
+#include <QTextLayout>
 #include <QLocale>
 #include <QPagedPaintDevice>
 #include <QPageSize>
@@ -35,20 +36,6 @@ QFont fuente(int pixeles, bool negrita = false) {
 // The text, cut with "…" when it is wider than the space.
 QString cabe(const QFontMetricsF& m, const QString& texto, double ancho) {
     return m.horizontalAdvance(texto) <= ancho ? texto : m.elidedText(texto, Qt::ElideRight, ancho);
-}
-
-// One line of text in a cell, to its left or right edge, cut to the cell's
-// width, its middle on the cell's middle. Drawn at a point: the cells of a
-// long list cost no text layout.
-void escribir(QPainter& p, const QFontMetricsF& m, const QRectF& r, bool derecha, const QString& texto) {
-    double ancho = m.horizontalAdvance(texto);
-    QString t = texto;
-    if (ancho > r.width()) {
-        t = m.elidedText(texto, Qt::ElideRight, r.width());
-        ancho = m.horizontalAdvance(t);
-    }
-    const double base = r.center().y() + (m.ascent() - m.descent()) / 2;
-    p.drawText(QPointF(derecha ? r.right() - ancho : r.left(), base), t);
 }
 
 const QColor& colorSerie(int i) {
@@ -87,6 +74,27 @@ Documento::Documento(Plantilla plantilla, Recordset filas, Cabecera cabecera, bo
     if (!valores.isEmpty()) encabezado_ << valores.join(QStringLiteral("     "));
     calcularBarras();
     maquetar();
+}
+
+const Documento::Corrida& Documento::corrida(bool negrita, const QString& texto) const {
+    QHash<QString, Corrida>& cache = corridas_[negrita ? 1 : 0];
+    if (const auto it = cache.constFind(texto); it != cache.constEnd()) return *it;
+    if (cache.size() > 50000) cache.clear();  // a list of unique texts: memory stays bounded
+    QTextLayout layout(texto, negrita ? negrita_ : cuerpo_);
+    layout.beginLayout();
+    const QTextLine linea = layout.createLine();
+    layout.endLayout();
+    return *cache.insert(texto, Corrida{layout.glyphRuns(), linea.naturalTextWidth(), linea.ascent()});
+}
+
+void Documento::escribir(QPainter& p, bool negrita, const QRectF& r, bool derecha, const QString& texto) const {
+    const Corrida* c = &corrida(negrita, texto);
+    if (c->ancho > r.width())
+        c = &corrida(negrita, (negrita ? medidaNegrita_ : medidaCuerpo_).elidedText(texto, Qt::ElideRight, r.width()));
+    const QFontMetricsF& m = negrita ? medidaNegrita_ : medidaCuerpo_;
+    const double base = r.center().y() + (m.ascent() - m.descent()) / 2;
+    const QPointF origen(derecha ? r.right() - c->ancho : r.left(), base - c->ascenso);
+    for (const QGlyphRun& g : c->glifos) p.drawGlyphRun(origen, g);
 }
 
 QSizeF Documento::tamano() const {
@@ -277,12 +285,10 @@ void Documento::pintarEncabezado(QPainter& p, int pagina) const {
     // The column titles, on every page.
     const double cabeza = cabezaAlto_;
     p.fillRect(QRectF(x_.first(), cabeza, x_.last() - x_.first(), fila_ + 6), kGrisCabeza);
-    p.setFont(negrita_);
-    const QFontMetricsF m(negrita_);
     for (int c = 0; c < plantilla_.columnas.size(); ++c) {
         const Plantilla::Columna& col = plantilla_.columnas[c];
         const QRectF celda(x_[c] + 3, cabeza, x_[c + 1] - x_[c] - 6, fila_ + 6);
-        escribir(p, m, celda, formatoNumerico(col.formato), col.titulo.trimmed());
+        escribir(p, true, celda, formatoNumerico(col.formato), col.titulo.trimmed());
     }
     p.setPen(QPen(kTinta, 0.8));
     p.drawLine(QPointF(x_.first(), cabeza + fila_ + 6), QPointF(x_.last(), cabeza + fila_ + 6));
@@ -304,12 +310,10 @@ void Documento::pintarLinea(QPainter& p, const Linea& l, double y, bool par) con
     switch (l.tipo) {
     case Linea::Tipo::Detalle: {
         if (par) p.fillRect(QRectF(izquierda, y, derecha - izquierda, l.alto), kGrisFila);
-        p.setFont(cuerpo_);
-        const QFontMetricsF& m = medidaCuerpo_;
         for (int c = 0; c < columnas; ++c) {
             const QRectF celdaR(x_[c] + 3, y, x_[c + 1] - x_[c] - 6, l.alto);
             const bool numero = formatoNumerico(plantilla_.columnas[c].formato);
-            escribir(p, m, celdaR, numero, celda(l.fila, c));
+            escribir(p, false, celdaR, numero, celda(l.fila, c));
         }
         break;
     }
@@ -339,12 +343,12 @@ void Documento::pintarLinea(QPainter& p, const Linea& l, double y, bool par) con
         if (primera < columnas)
             finEtiqueta = x_[primera + 1] - 3 - m.horizontalAdvance(total(l, primera)) - 8;
         if (finEtiqueta - izquierda > 12)
-            escribir(p, m, QRectF(izquierda + 3, y + 2, finEtiqueta - izquierda - 6, l.alto - 2), false, l.texto);
+            escribir(p, true, QRectF(izquierda + 3, y + 2, finEtiqueta - izquierda - 6, l.alto - 2), false, l.texto);
         for (int c = primera; c < columnas; ++c) {
             const QString t = total(l, c);
             if (t.isEmpty()) continue;
             const QRectF celdaR(x_[c] + 3, y + 2, x_[c + 1] - x_[c] - 6, l.alto - 2);
-            escribir(p, m, celdaR, true, t);
+            escribir(p, true, celdaR, true, t);
         }
         break;
     }

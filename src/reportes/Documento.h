@@ -4,6 +4,8 @@
 #include "reportes/Plantilla.h"
 
 #include <QFont>
+#include <QGlyphRun>
+#include <QHash>
 #include <QFontMetricsF>
 #include <QPageLayout>
 #include <QRectF>
@@ -84,6 +86,18 @@ private:
     void pintarEncabezado(QPainter& p, int pagina) const;
     void pintarLinea(QPainter& p, const Linea& l, double y, bool par) const;
     void pintarGrafico(QPainter& p, const QRectF& area) const;
+    // One line of text in a cell, to its left or right edge, cut to the
+    // cell's width, its middle on the cell's middle.
+    void escribir(QPainter& p, bool negrita, const QRectF& celda, bool derecha, const QString& texto) const;
+
+    // A text shaped once and drawn as glyphs from then on: the cells of a
+    // long list repeat few texts (statuses, amounts, booths).
+    struct Corrida {
+        QList<QGlyphRun> glifos;
+        double ancho = 0, ascenso = 0;
+    };
+    const Corrida& corrida(bool negrita, const QString& texto) const;
+    mutable QHash<QString, Corrida> corridas_[2];
 
     Plantilla plantilla_;
     Recordset filas_;
