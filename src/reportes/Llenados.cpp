@@ -8,6 +8,7 @@
 #include <QHash>
 #include <algorithm>
 #include <stdexcept>
+#include <vector>
 
 namespace hipico {
 
@@ -111,11 +112,13 @@ long long reescribir(Db& local, const char* tabla, const Recordset& filas) {
                                     {tabla}))
         largo.insert(r.text("COLUMN_NAME").toLower(), r.toInt("largo"));
     std::string columnas, tupla;
+    std::vector<int> anchos;  // of each column of the rows (0: not a text)
     for (const QString& c : filas.columnNames()) {
         if (!largo.contains(c.toLower()))
             throw std::logic_error(QStringLiteral("%1 no tiene la columna %2").arg(tabla, c).toStdString());
         columnas += (columnas.empty() ? "`" : ",`") + c.toStdString() + "`";
         tupla += tupla.empty() ? "(?" : ",?";
+        anchos.push_back(largo.value(c.toLower()));
     }
     tupla += ")";
     const int n = filas.columns().size();
@@ -130,11 +133,10 @@ long long reescribir(Db& local, const char* tabla, const Recordset& filas) {
             params.reserve(static_cast<std::size_t>(hasta - desde) * n);
             for (int f = desde; f < hasta; ++f) {
                 sql += (f == desde ? "" : ",") + tupla;
-                for (int c = 0; c < n; ++c) {
-                    const int ancho = largo.value(filas.columnNames()[c].toLower());
-                    const QVariant v = filas[f].at(c);
-                    params.push_back(ancho > 0 ? SqlValue(textoLocal(Row::toText(v), ancho)) : toSqlValue(v));
-                }
+                const QVector<QVariant>& valores = filas[f].values();
+                for (int c = 0; c < n; ++c)
+                    params.push_back(anchos[c] > 0 ? SqlValue(textoLocal(Row::toText(valores[c]), anchos[c]))
+                                                   : toSqlValue(valores[c]));
             }
             escritas += local.exec(sql, params);
         }
