@@ -44,17 +44,35 @@ Sql sumasBoletos(Context& ctx, const FuenteJuego& j, const Consulta& c, const QS
         grupo += ",CAST(t." + k.toStdString() + " AS BINARY)";
     }
     Sql out;
-    const auto parte = [&](const char* tabla, const std::string& dias, const Params& valores) {
+    const auto parte = [&](const char* tabla, const char* clave, std::string dias, Params valores) {
+        std::string indice;
+        if (clave && valores.size() == 1) {
+            // One day: its first and last key, from the index (ch, fecha, key).
+            const Row r = ctx.servidor()
+                              .query(std::string("SELECT MIN(a) AS a, MAX(b) AS b FROM (SELECT MIN(") + clave + ") AS a, MAX(" +
+                                         clave + ") AS b FROM " + tabla + " WHERE fecha = ? GROUP BY ch) r",
+                                     valores)
+                              .first();
+            if (r.isNull("a")) return;  // no ticket that day
+            indice = " FORCE INDEX (PRIMARY)";
+            dias += std::string(" AND t.") + clave + " BETWEEN ? AND ?";
+            valores.push_back(r.integer("a"));
+            valores.push_back(r.integer("b"));
+        }
         if (!out.texto.empty()) out.texto += " UNION ALL ";
         out.texto += "SELECT " + select + "MIN(t.grupo) AS grupo,SUM(t." + j.unidades +
                      ") AS u,SUM(IF(t.estatus IN (2,3),t.cobrado,0)) AS pagado,"
                      "SUM(IF(t.estatus IN (1,4),t.cobrado,0)) AS porpagar FROM " +
-                     tabla + " t WHERE " + dias + " AND t.estatus <> 5" + filtro.sql + " GROUP BY CAST(t.grupo AS BINARY)" + grupo;
+                     tabla + " t" + indice + " WHERE " + dias + " AND t.estatus <> 5" + filtro.sql +
+                     " GROUP BY CAST(t.grupo AS BINARY)" + grupo;
         out.params.insert(out.params.end(), valores.begin(), valores.end());
         out.params.insert(out.params.end(), filtro.params.begin(), filtro.params.end());
     };
-    if (c.desde <= hoy && hoy <= c.hasta) parte(j.dia, "t.fecha = ?", {hoy});
-    if (!(c.unDia() && c.desde == hoy)) parte(j.copia, "t.fecha BETWEEN ? AND ? AND t.fecha <> ?", {c.desde, c.hasta, hoy});
+    if (c.desde <= hoy && hoy <= c.hasta) parte(j.dia, j.claveDia, "t.fecha = ?", {hoy});
+    if (c.unDia() && c.desde != hoy) parte(j.copia, j.claveCopia, "t.fecha = ?", {c.desde});
+    else if (!c.unDia()) parte(j.copia, nullptr, "t.fecha BETWEEN ? AND ? AND t.fecha <> ?", {c.desde, c.hasta, hoy});
+    // No ticket on any of the days: an empty sum of the right columns.
+    if (out.texto.empty()) parte(j.dia, nullptr, "1 = 0", {});
     return out;
 }
 
@@ -75,7 +93,8 @@ CondicionSql conCarreras(CondicionSql filtro, const Consulta& c, const char* col
 }  // namespace
 
 const FuenteJuego& fuenteGanadores() {
-    static const FuenteJuego j{"ma_principal", "ventas_ganadores", "ventas_ganadores_general", "", "ganadores", true};
+    static const FuenteJuego j{"ma_principal", "ventas_ganadores", "ventas_ganadores_general", "", "ganadores", true,
+                               "numero", "id_venta"};
     return j;
 }
 const FuenteJuego& fuenteTablaFija() {
@@ -225,11 +244,13 @@ Recordset filasGeneral(Context& ctx, const Consulta& c, bool porCarreras) {
     if (porCarreras) {
         // One day's races, from the tickets: sale less every prize, paid or due.
         for (const auto& [clave, juego] : {std::pair{"G", &fuenteGanadores()}, std::pair{"T", &fuenteTablaFija()}}) {
+            // One day: its sums need no date of their own.
             const Sql sumas =
-                sumasBoletos(ctx, *juego, c, {"fecha"}, conCarreras(condicionAlcance(s, c.alcance, "t.grupo"), c, "t.carrera"));
-            sql.texto += std::string(sql.texto.empty() ? "" : " UNION ALL ") + "SELECT COALESCE(g.ch,'') AS ch,a.fecha AS fecha,'" +
+                sumasBoletos(ctx, *juego, c, {}, conCarreras(condicionAlcance(s, c.alcance, "t.grupo"), c, "t.carrera"));
+            sql.texto += std::string(sql.texto.empty() ? "" : " UNION ALL ") + "SELECT COALESCE(g.ch,'') AS ch,? AS fecha,'" +
                          clave + "' AS j,SUM(a.u*" + precio(*juego) + "-a.pagado-a.porpagar) AS m" + sobreGrupos(sumas) +
                          "GROUP BY 1,2";
+            sql.params.push_back(c.desde);
             sql.params.insert(sql.params.end(), sumas.params.begin(), sumas.params.end());
         }
         agregar(descargas + "d.fecha = ? AND d.carrera BETWEEN ? AND ?", {c.desde, c.carreraDesde, c.carreraHasta}, "d.grupo");

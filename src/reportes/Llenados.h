@@ -32,6 +32,12 @@ struct FuenteJuego {
     const char* juego;      // the `juego` of ventas_generales ("" for the tables of one game)
     const char* unidades;   // the column summed as the sale
     bool porUnidad;         // winner units: money = units x the group's unit price
+    // The keys of the day table and of the kept copies when an index (ch,
+    // fecha, key) finds a day's first and last key at once (nullptr: none).
+    // A day's tickets were written one after the other, so its sums read the
+    // table in key order between the two instead of looking each row up.
+    const char* claveDia = nullptr;
+    const char* claveCopia = nullptr;
 };
 const FuenteJuego& fuenteGanadores();
 const FuenteJuego& fuenteTablaFija();

@@ -328,7 +328,7 @@ CREATE TABLE `ma_principal` (
   `llave6` VARCHAR(64) NOT NULL DEFAULT '0',
   PRIMARY KEY (`numero`),
   KEY `ix_ma_principal_boleto` (`nu_boleto`),
-  KEY `ix_ma_principal_carrera` (`fecha`, `carrera`, `caballo`, `grupo`, `ch`, `estatus`, `ganadores`, `cobrado`),
+  KEY `ix_ma_principal_carrera` (`fecha`, `carrera`, `caballo`, `grupo`),
   KEY `ix_ma_principal_grupo` (`grupo`, `fecha`, `carrera`),
   KEY `ix_ma_principal_ch` (`ch`, `fecha`, `numero`)
 ) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
@@ -358,7 +358,7 @@ CREATE TABLE `ventas_ganadores` (
   `llave6` VARCHAR(64) NOT NULL DEFAULT '0',
   PRIMARY KEY (`id_venta`),
   KEY `ix_ventas_ganadores_boleto` (`nu_boleto`),
-  KEY `ix_ventas_ganadores_carrera` (`fecha`, `carrera`, `caballo`, `grupo`, `ch`, `estatus`, `ganadores`, `cobrado`),
+  KEY `ix_ventas_ganadores_carrera` (`fecha`, `carrera`, `caballo`, `grupo`),
   KEY `ix_ventas_ganadores_ch` (`ch`, `fecha`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
@@ -400,7 +400,7 @@ CREATE TABLE `tablafija` (
   `fecha_cobro` VARCHAR(10) NOT NULL DEFAULT '0',
   PRIMARY KEY (`numero`),
   KEY `ix_tablafija_boleto` (`nu_boleto`),
-  KEY `ix_tablafija_carrera` (`fecha`, `carrera`, `caballo`, `grupo`, `ch`, `estatus`, `monto`, `cobrado`),
+  KEY `ix_tablafija_carrera` (`fecha`, `carrera`, `caballo`, `grupo`),
   KEY `ix_tablafija_ch` (`ch`, `numero`)
 ) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
 
@@ -422,7 +422,7 @@ CREATE TABLE `ventas_tf` (
   `fecha_cobro` VARCHAR(10) NOT NULL DEFAULT '0',
   PRIMARY KEY (`id_venta`),
   KEY `ix_ventas_tf_boleto` (`nu_boleto`),
-  KEY `ix_ventas_tf_carrera` (`fecha`, `carrera`, `grupo`, `ch`, `estatus`, `monto`, `cobrado`)
+  KEY `ix_ventas_tf_carrera` (`fecha`, `carrera`, `grupo`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
 -- Combination (Macuare) tickets: `numero` is the generated key.
@@ -453,7 +453,7 @@ CREATE TABLE `macuares` (
   KEY `ix_macuares_boleto` (`boleto`),
   KEY `ix_macuares_combinacion` (`combinacion`, `fecha`, `grupo`),
   KEY `ix_macuares_taquilla` (`taquilla`, `numero`),
-  KEY `ix_macuares_fecha` (`fecha`, `grupo`, `estatus`, `monto`, `cobrado`)
+  KEY `ix_macuares_fecha` (`fecha`, `grupo`)
 ) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
 
 -- Combination tickets of kept days: own key, then the columns of macuares.
