@@ -54,12 +54,6 @@ PeticionProceso peticion(long long ganador, double dividendo, int carrera = kCar
     return p;
 }
 
-double segundos(const std::function<void()>& fn) {
-    const auto t0 = Clock::now();
-    fn();
-    return microsSince(t0) / 1e6;
-}
-
 long long ganadoras(Db& db, int carrera = kCarrera) {
     return Row::toInteger(db.scalar("SELECT count(*) FROM ma_principal WHERE carrera = ? AND estatus = 1", {carrera}));
 }

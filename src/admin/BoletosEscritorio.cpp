@@ -3,6 +3,7 @@
 #include "core/Context.h"
 #include "core/Formato.h"
 #include "core/Textos.h"
+#include "reportes/Llenados.h"
 #include "sales/JuegoGanadores.h"
 #include "sales/TicketKeys.h"
 #include "schema/Escritores.h"
@@ -301,6 +302,19 @@ std::optional<BoletosEscritorio::Busqueda> BoletosEscritorio::buscar(const Selec
         out = std::move(b);
     });
     return out;
+}
+
+std::optional<ParametrosReporte> BoletosEscritorio::reporteBusqueda(const Seleccion& s, const QString& clase,
+                                                                    const QString& caballo, bool historico) {
+    const auto b = buscar(s, clase, caballo, historico);
+    if (!b) return std::nullopt;
+    std::optional<ParametrosReporte> p;
+    guardado([&] {
+        reescribir(ctx_.local(), "rpt_jugadas", filasJugadas(b->filas, s.fecha, valorGanador()));
+        p = ParametrosReporte{QStringLiteral("%1 - CENTRO %2 - GRUPO %3").arg(clase, s.centro, s.grupo),
+                              static_cast<qint32>(s.carrera)};
+    });
+    return p;
 }
 
 }  // namespace hipico

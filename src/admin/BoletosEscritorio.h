@@ -1,6 +1,7 @@
 #pragma once
 
 #include "admin/Escritorio.h"
+#include "reportes/Reporte.h"
 
 #include <QString>
 #include <QStringList>
@@ -44,6 +45,11 @@ public:
         double sumaporcobrar = 0;  // to pay
     };
     std::optional<Busqueda> buscar(const Seleccion& s, const QString& clase, const QString& caballo, bool historico);
+    // Printing the search: its tickets refill the local ticket report table
+    // (rpt_jugadas); gives the report's parameters (what was searched, the
+    // race), nullopt when nothing was found or written.
+    std::optional<ParametrosReporte> reporteBusqueda(const Seleccion& s, const QString& clase, const QString& caballo,
+                                                     bool historico);
 
 private:
     // Changes one ticket: asks the reason, then, with the ticket locked,

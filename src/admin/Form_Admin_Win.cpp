@@ -8,6 +8,7 @@
 #include "gui/Grilla.h"
 #include "gui/RecordsetModel.h"
 #include "gui/Teclado.h"
+#include "reportes/Lanzador.h"
 #include "sales/TicketKeys.h"
 
 #include <QCheckBox>
@@ -552,6 +553,14 @@ QWidget* Form_Admin_Win::construirBoletos() {
     filtros->addWidget(buscaCaballo_);
     filtros->addWidget(historico_);
     filtros->addWidget(botonBuscar);
+    // The search printed: the ticket report window on the tickets found.
+    auto* imprimir = boton(QStringLiteral("Imprimir"), "imprimirBusqueda", w);
+    filtros->addWidget(imprimir);
+    connect(imprimir, &QPushButton::clicked, this, [this] {
+        if (const auto p = boletosEscritorio_.reporteBusqueda(seleccion(), clase_->currentText(), buscaCaballo_->text(),
+                                                              historico_->isChecked()))
+            abrirReporteBoletos(ctx_, 1, *p, this);
+    });
     filtros->addStretch(1);
     raiz->addLayout(filtros);
     connect(botonBuscar, &QPushButton::clicked, this, &Form_Admin_Win::buscar);

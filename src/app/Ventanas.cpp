@@ -7,6 +7,8 @@
 #include "masterdata/Form_Usuarios.h"
 #include "races/Form_AbrirCerrar.h"
 #include "races/Form_Carreras.h"
+#include "reportes/Form_Reporte.h"
+#include "reportes/Lanzador.h"
 #include "signin/Form_CambiarGrupo.h"
 #include "signin/Form_ConfiguracionGeneral.h"
 #include "sales/Form_ConfImpresion.h"
@@ -43,6 +45,10 @@ void registrarVentanas(WindowRegistry& registro) {
         registro.add(d.nombre, [&d](Context& ctx, QWidget* menu) { return new Form_Subasta(ctx, d, menu); });
     registro.add("winremate_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_Remate(ctx, menu); });
     registro.add("control61", [](Context& ctx, QWidget* menu) { return new Form_RptSubasta_Fechas(ctx, menu); });
+    // Report windows: one description each, run by one report window.
+    for (const DescripcionReporte& d : ventanasReporte())
+        registro.add(d.entrada, [&d](Context& ctx, QWidget* menu) { return new Form_Reporte(ctx, d, menu); });
+    registro.add("imp_tfactual", [](Context& ctx, QWidget* menu) { return crearReporte(ctx, 24, {}, menu); });
 }
 
 }  // namespace hipico

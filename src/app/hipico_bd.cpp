@@ -74,6 +74,7 @@ int main(int argc, char** argv) {
                 auto db = Db::open(cadenaServidor(config));
                 cargarDemo(*db, QDate::currentDate());
                 cargarDemoSubastas(*db, QDate::currentDate());
+                cargarDemoSemana(*db, QDate::currentDate());
             }
         } else if (args.contains("hipicos")) {
             crearEsquema(config.hipicos, scriptHipicos(), reemplazar);

@@ -41,6 +41,7 @@ Config Config::load(const QString& path) {
     c.esperaRedMs = ini.value("espera_ms", c.esperaRedMs).toInt();
     c.ipSecundaria = ini.value("ip_secundaria", c.ipSecundaria).toString();
     ini.endGroup();
+    c.carpetaReportes = ini.value("reportes/carpeta", c.carpetaReportes).toString();
     if (c.carpetaLocal.isEmpty()) c.carpetaLocal = QFileInfo(path).absolutePath();
     return c;
 }

@@ -31,6 +31,8 @@ struct Config {
     QString ipSecundaria;
     // Folder of the per-machine files (the booth's sale unit and the like).
     QString carpetaLocal;
+    // Folder of the report templates ("" : the Reportes folder beside the program).
+    QString carpetaReportes;
     // The file this configuration came from ("" when built in code).
     QString archivo;
 

@@ -22,8 +22,13 @@ constexpr int kLargoTexto = 45;
 constexpr int kLargoObservacion = 255;
 
 const QString kVentana = QStringLiteral("Form_IngresoJugadas");
-const QString kNombreLargo = QStringLiteral("EL NOMBRE DEL CLIENTE ES DEMASIADO LARGO: MAXIMO 100 CARACTERES");
-const QString kTextoLargo = QStringLiteral("EL USUARIO O EL NUMERO DE OPERACION ES DEMASIADO LARGO: MAXIMO 45 CARACTERES");
+
+// The first text of the list that does not fit, as the user is told it; "" when all fit.
+QString primeroLargo(std::initializer_list<std::tuple<const char*, QString, int>> textos) {
+    for (const auto& [nombre, texto, maximo] : textos)
+        if (QString m = textoDemasiadoLargo(QString::fromUtf8(nombre), texto.trimmed(), maximo); !m.isEmpty()) return m;
+    return {};
+}
 const QString kUsuarioClienteRepetido = QStringLiteral("EL USUARIO DEL CLIENTE YA EXISTE EN ESTE CENTRO HIPICO");
 const QString kSinTipoOBanco = QStringLiteral("DEBE SELECCIONAR EL TIPO DE OPERACION Y EL BANCO");
 const QString kSinJuego = QStringLiteral("DEBE SELECCIONAR EL JUEGO DE LA JUGADA");
@@ -158,12 +163,11 @@ bool IngresoJugadas::nuevoCliente(const DatosCliente& datos) {
         ctx_.dialogs.refuse(texto::TituloInformacionSistema, kNombreClienteVacio);
         return false;
     }
-    if (n.size() > kLargoNombre || datos.observacion.trimmed().size() > kLargoObservacion) {
-        ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, kNombreLargo);
-        return false;
-    }
-    if (usuario.size() > kLargoTexto) {
-        ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, kTextoLargo);
+    if (const QString largo = primeroLargo({{"EL NOMBRE DEL CLIENTE", n, kLargoNombre},
+                                            {"LA OBSERVACION", datos.observacion, kLargoObservacion},
+                                            {"EL USUARIO", usuario, kLargoTexto}});
+        !largo.isEmpty()) {
+        ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, largo);
         return false;
     }
     const Session& s = ctx_.session;
@@ -211,8 +215,8 @@ bool IngresoJugadas::procesar(const Jugada& j) {
         ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, kSinTipoOBanco);
         return false;
     }
-    if (j.nuOperacion.trimmed().size() > kLargoTexto) {
-        ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, kTextoLargo);
+    if (const QString largo = primeroLargo({{"EL NUMERO DE OPERACION", j.nuOperacion, kLargoTexto}}); !largo.isEmpty()) {
+        ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, largo);
         return false;
     }
     QString observacion = j.observacion.trimmed();

@@ -5,6 +5,7 @@
 #include "gui/Campos.h"
 #include "gui/Grilla.h"
 #include "gui/Teclado.h"
+#include "reportes/Lanzador.h"
 
 #include <QComboBox>
 #include <QDateEdit>
@@ -37,6 +38,14 @@ Form_RPT_CuadreTaqWIn::Form_RPT_CuadreTaqWIn(Context& ctx, QWidget* parent)
     filtros->addWidget(new QLabel(QStringLiteral("Grupo")));
     filtros->addWidget(grupo_);
     filtros->addWidget(buscar);
+    // Printed: the booths' report on what the search wrote into rpt_resultadostaqs.
+    auto* imprimir = boton(QStringLiteral("Imprimir"), QStringLiteral("Boton_Imprimir"));
+    filtros->addWidget(imprimir);
+    connect(imprimir, &QPushButton::clicked, this, [this] {
+        const auto filas = logica_.buscar(fecha_->date(), grupo_->currentText());
+        mostrar(filas);
+        if (!filas.isEmpty()) abrirReporte(ctx_, 18, {}, this);
+    });
     filtros->addStretch(1);
 
     grilla_ = new QTableWidget(0, 6);

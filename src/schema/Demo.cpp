@@ -205,6 +205,21 @@ void cargarDemo(Db& db, const QDate& hoy) {
     });
 }
 
+void cargarDemoSemana(Db& db, const QDate& hoy) {
+    const QString fecha = fechaSql(hoy);
+    db.inTransaction([&] {
+        // The week before: the daily totals the reports read (winner and fixed-table).
+        for (const char* tabla : {"ventas_ganadores_general", "ventas_tf_general"})
+            db.exec(std::string("INSERT INTO ") + tabla +
+                        " (grupo, fecha, venta, premios, monto_porpagar, saldo) SELECT grupo, fecha, venta, premios, "
+                        "porpagar, venta - premios - porpagar FROM (SELECT grupo, fecha, venta, ROUND(venta * f) AS premios, "
+                        "ROUND(venta * 0.05) AS porpagar FROM (SELECT g.grupo, DATE_FORMAT(? - INTERVAL s.seq DAY, "
+                        "'%Y-%m-%d') AS fecha, (800 + 37 * s.seq + 13 * g.id_grupo) * ? AS venta, 0.45 + "
+                        "MOD(s.seq * g.id_grupo, 5) / 20 AS f FROM grupos g, seq_1_to_7 s) a) b",
+                    {fecha, QString::fromLatin1(tabla) == QLatin1String("ventas_tf_general") ? 0.4 : 1.0});
+    });
+}
+
 const QVector<DemoUsuario>& usuariosDemoSubastas() {
     static const QVector<DemoUsuario> usuarios = {
         {"gerente08", "gerente123", "GERENTE SUBASTA LOS PINOS", "Gerente", "08"},

@@ -28,6 +28,10 @@ void cargarDemo(Db& central, const QDate& hoy);
 // board beyond the two-table one of LOS PINOS, an auctioneer for each, and
 // race 1 of LA RINCONADA auctioned with bids on every board (LOS PINOS
 // included). Kept apart from the demo day so the day stays as the tests know it.
+// The week before the demo day: daily totals of every group for the winner
+// and fixed-table games, so the weekly reports show something. Kept apart
+// from the demo day for the same reason.
+void cargarDemoSemana(Db& central, const QDate& hoy);
 const QVector<DemoUsuario>& usuariosDemoSubastas();
 void cargarDemoSubastas(Db& central, const QDate& hoy);
 // The betting centres of the demo, and tomorrow's race card, on the

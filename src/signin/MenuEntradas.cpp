@@ -69,6 +69,8 @@ const QVector<EntradaMenu>& entradasMenu() {
         {"gd_menu", "Resumen de Ventas Ganadores", kReportes, admin({Socio, Gerente, Supervisor}), {}, {}},
         {"diario_menu_tf", "Resumen de Ventas Tabla Fija", kReportes, admin({Socio, Gerente, SupervisorTF, AdminTF}), {}, {}},
         {"mc_rpt_diario", "Resumen de Ventas Macuare", kReportes, admin({Socio, Gerente}), {}, {}},
+        {"rvc_pt_menu", "Resumen de Ventas Puestos", kReportes, admin({Socio, Gerente}), {}, {}},
+        {"rvc_td_menu", "Resumen de Ventas Tabla Dinámica", kReportes, admin({Socio, Gerente}), {}, {}},
         {"resgrupos_menu", "Tabla Fija por Subgrupos", kReportes, admin({Socio, AdminTF}), {}, {}},
         {"rpt_gen_admin_menu", "Reporte General", kReportes, admin({Socio, Gerente}), {}, {}},
         {"gpc_rptgeneral", "Reporte General por Centro", kReportes, admin({Socio, Gerente}), {}, {}},

@@ -11,6 +11,7 @@
 #include "gui/Estilo.h"
 #include "gui/Teclado.h"
 #include "races/Form_AbrirCerrar.h"
+#include "reportes/VentanasReporte.h"
 #include "signin/frmLogin.h"
 #include "support/Ventanas.h"
 
@@ -66,7 +67,12 @@ const QVector<Caso>& casos() {
         {"Form_Admin_Remate", "winremate_menu", "remate", "carrera", true},
         {"Form_RptSubasta_Fechas", "control61", "admin", "desde", true},
     };
-    return todos;
+    static const QVector<Caso> conReportes = [] {
+        QVector<Caso> v = todos;
+        for (const DescripcionReporte& d : ventanasReporte()) v.append({d.nombre, d.entrada, "admin", "DTPicker1", true});
+        return v;
+    }();
+    return conReportes;
 }
 
 const Caso& caso(const QString& nombre) {
@@ -105,6 +111,9 @@ const QVector<Fallo>& fallos() {
          [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("bton_buscar"), Qt::LeftButton); }, false,
          "ma_principal"},
         {"Form_RPT_CuadreTaqWIn", "DROP TABLE grupos", true, [](QWidget*) {}, false, "grupos"},
+        {"Form_RVC_WIN", "DROP TABLE ventas_ganadores_general", false,
+         [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("Boton_Reporte"), Qt::LeftButton); }, false,
+         "ventas_ganadores_general"},
         {"Form_ConfiguracionGeneral", "DROP TABLE configuracion", false,
          [](QWidget* w) { QTest::mouseClick(w->findChild<QWidget*>("Boton_Guardar"), Qt::LeftButton); }, false,
          "configuracion"},
