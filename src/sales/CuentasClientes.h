@@ -44,6 +44,8 @@ Recordset jugadasDelCliente(Db& central, long long idCliente, const QString& des
 // Empties the local report table rpt_jugadas_clientes and writes the rows
 // of jugadasDelCliente into it, in one transaction.
 void llenarJugadasClientes(Db& local, const Recordset& movimientos);
+// The report kind that draws that table.
+constexpr int kReporteJugadasCliente = 39;
 
 // The slip of a recorded movement.
 struct DatosJugada {

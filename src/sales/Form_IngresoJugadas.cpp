@@ -7,6 +7,7 @@
 #include "gui/Grilla.h"
 #include "gui/RecordsetModel.h"
 #include "gui/Teclado.h"
+#include "reportes/Lanzador.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -125,6 +126,7 @@ Form_IngresoJugadas::Form_IngresoJugadas(Context& ctx, QWidget* parent)
     hasta_ = selectorFecha(QStringLiteral("DTPicker_Hasta"));
     hasta_->setDate(hoy);
     auto* ver = boton(QStringLiteral("Estado de Cuenta"), "Command2");
+    auto* imprimir = boton(QStringLiteral("Imprimir"), "Command_Imprimir");
     estado_ = new RecordsetModel(this);
     auto* grillaEstado = grillaDe(estado_, QStringLiteral("Grilla_Estado"));
     auto* cajaEstado = grupo(QStringLiteral("ESTADO DE CUENTA"), "Frame_Estado");
@@ -135,6 +137,7 @@ Form_IngresoJugadas::Form_IngresoJugadas(Context& ctx, QWidget* parent)
     fechas->addWidget(new QLabel(QStringLiteral("Hasta")));
     fechas->addWidget(hasta_);
     fechas->addWidget(ver);
+    fechas->addWidget(imprimir);
     fechas->addStretch(1);
     le->addLayout(fechas);
     le->addWidget(grillaEstado, 1);
@@ -170,6 +173,7 @@ Form_IngresoJugadas::Form_IngresoJugadas(Context& ctx, QWidget* parent)
     connect(nuevo, &QPushButton::clicked, this, &Form_IngresoJugadas::Command4_Click);
     connect(procesar, &QPushButton::clicked, this, &Form_IngresoJugadas::Bton_Procesar_Click);
     connect(ver, &QPushButton::clicked, this, &Form_IngresoJugadas::Command2_Click);
+    connect(imprimir, &QPushButton::clicked, this, &Form_IngresoJugadas::imprimirEstado);
     connect(salir, &QPushButton::clicked, this, &QWidget::close);
     connect(positiva_, &QRadioButton::toggled, juego_, &QWidget::setDisabled);
     connect(positiva_, &QRadioButton::toggled, this, &Form_IngresoJugadas::tipoPorOmision);
@@ -295,7 +299,12 @@ void Form_IngresoJugadas::Bton_Procesar_Click() {
 
 void Form_IngresoJugadas::Command2_Click() { mostrarEstado(true); }
 
-void Form_IngresoJugadas::mostrarEstado(bool avisar) {
+// The statement on the report window, as just listed.
+void Form_IngresoJugadas::imprimirEstado() {
+    if (mostrarEstado(true)) abrirReporte(ctx_, kReporteJugadasCliente, {}, this);
+}
+
+bool Form_IngresoJugadas::mostrarEstado(bool avisar) {
     const auto filas = logica_.estadoDeCuenta(desde_->date(), hasta_->date(), avisar);
     const auto derecha = Qt::AlignRight | Qt::AlignVCenter;
     const auto izquierda = Qt::AlignLeft | Qt::AlignVCenter;
@@ -311,6 +320,7 @@ void Form_IngresoJugadas::mostrarEstado(bool avisar) {
                            {QStringLiteral(" NUMERO "), QStringLiteral("NUMERO"), {}, izquierda},
                            {QStringLiteral(" USUARIO "), QStringLiteral("USUARIO"), {}, izquierda},
                            {QStringLiteral(" OBSERVACION "), QStringLiteral("observacion"), {}, izquierda}});
+    return filas.has_value();
 }
 
 }  // namespace hipico

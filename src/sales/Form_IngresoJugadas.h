@@ -35,6 +35,7 @@ public:
     void Command4_Click();
     void Bton_Procesar_Click();
     void Command2_Click();
+    void imprimirEstado();
     // Waits for the public address lookup, if one runs, and shows its result.
     void esperarIp();
 
@@ -44,7 +45,7 @@ protected:
 private:
     void mostrarCliente();
     void mostrarClientes(const Recordset& filas);
-    void mostrarEstado(bool avisar);
+    bool mostrarEstado(bool avisar);
     void tipoPorOmision();
     void buscarIp();
     void ipEncontrada();

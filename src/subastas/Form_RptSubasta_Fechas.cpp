@@ -4,6 +4,7 @@
 #include "core/Formato.h"
 #include "gui/Campos.h"
 #include "gui/Teclado.h"
+#include "reportes/Lanzador.h"
 
 #include <QComboBox>
 #include <QDateEdit>
@@ -32,6 +33,7 @@ Form_RptSubasta_Fechas::Form_RptSubasta_Fechas(Context& ctx, QWidget* parent)
     subgrupo_->setMinimumWidth(140);
     auto* procesar = boton(QStringLiteral("Procesar"), QStringLiteral("procesar"), this);
     auto* imprimir = boton(QStringLiteral("Imprimir"), QStringLiteral("imprimir"), this);
+    auto* reporte = boton(QStringLiteral("Reporte"), QStringLiteral("reporte"), this);
     tabla_ = new QTableWidget(this);
     tabla_->setObjectName(QStringLiteral("filas"));
     tabla_->setColumnCount(7);
@@ -56,6 +58,7 @@ Form_RptSubasta_Fechas::Form_RptSubasta_Fechas(Context& ctx, QWidget* parent)
     arriba->addWidget(subgrupo_);
     arriba->addWidget(procesar);
     arriba->addWidget(imprimir);
+    arriba->addWidget(reporte);
     arriba->addStretch();
     auto* raiz = new QVBoxLayout(this);
     raiz->addLayout(arriba);
@@ -68,9 +71,11 @@ Form_RptSubasta_Fechas::Form_RptSubasta_Fechas(Context& ctx, QWidget* parent)
     enterVaA(grupo_, procesar);
     enterPulsa(procesar);
     enterPulsa(imprimir);
+    enterPulsa(reporte);
     primerFoco(desde_);
     connect(procesar, &QPushButton::clicked, this, &Form_RptSubasta_Fechas::procesar);
     connect(imprimir, &QPushButton::clicked, this, &Form_RptSubasta_Fechas::imprimir);
+    connect(reporte, &QPushButton::clicked, this, &Form_RptSubasta_Fechas::reporte);
 
     proteger([this] {
         grupo_->addItems(logica_.grupos());
@@ -112,6 +117,12 @@ bool Form_RptSubasta_Fechas::procesar() {
 void Form_RptSubasta_Fechas::imprimir() {
     if (!procesar()) return;
     proteger([this] { logica_.Imprimir(filas_, desde_->date(), hasta_->date()); });
+}
+
+// The same rows on the report window (refilled first: a report is only as
+// current as its last fill).
+void Form_RptSubasta_Fechas::reporte() {
+    if (procesar()) abrirReporte(ctx_, RptSubastaFechas::kReporte, {}, this);
 }
 
 }  // namespace hipico

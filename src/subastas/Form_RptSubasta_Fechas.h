@@ -19,6 +19,7 @@ public:
     explicit Form_RptSubasta_Fechas(Context& ctx, QWidget* parent = nullptr);
     bool procesar();
     void imprimir();
+    void reporte();
 
 private:
     RptSubastaFechas logica_;

@@ -5,6 +5,7 @@
 #include "gui/Campos.h"
 #include "gui/Estilo.h"
 #include "gui/Teclado.h"
+#include "reportes/Lanzador.h"
 
 #include <QApplication>
 #include <QButtonGroup>
@@ -280,31 +281,47 @@ QWidget* Form_Subasta::construirComandos() {
     cifras->addWidget(estado_);
     g->addLayout(cifras, 0, 0);
 
-    auto* botones = new QHBoxLayout;
-    botones->setSpacing(4);
-    const auto agregar = [&](const QString& texto, const QString& nombre, std::function<bool()> fn, bool escribe) {
+    // Two rows of buttons: the pot's commands and the reports, then the printed pieces.
+    auto* comandos = new QHBoxLayout;
+    auto* impresos = new QHBoxLayout;
+    auto* botones = new QVBoxLayout;
+    for (QHBoxLayout* fila : {comandos, impresos}) {
+        fila->setSpacing(4);
+        botones->addLayout(fila);
+    }
+    const auto agregar = [&](QHBoxLayout* fila, const QString& texto, const QString& nombre, std::function<bool()> fn,
+                             bool escribe) {
         QPushButton* b = boton(texto, nombre, w);
-        botones->addWidget(b);
+        fila->addWidget(b);
         connect(b, &QPushButton::clicked, this, [this, fn] { comando(fn); });
         enterPulsa(b);
         (escribe ? escritura_ : conCarrera_) << b;
     };
-    agregar(QStringLiteral("REDONDEAR REMATE"), QStringLiteral("redondear"), [this] { return logica_.RedondearRemate(); },
-            true);
+    agregar(comandos, QStringLiteral("REDONDEAR REMATE"), QStringLiteral("redondear"),
+            [this] { return logica_.RedondearRemate(); }, true);
     if (d.ajuste == AjustePote::PagoMinimo)
-        agregar(QStringLiteral("PAGO MINIMO"), QStringLiteral("pagoMinimo"), [this] { return logica_.AplicarPagoMinimo(); },
-                false);
+        agregar(comandos, QStringLiteral("PAGO MINIMO"), QStringLiteral("pagoMinimo"),
+                [this] { return logica_.AplicarPagoMinimo(); }, false);
     if (d.ajuste == AjustePote::Doblaje)
-        agregar(QStringLiteral("DOBLAJE DE LA SUBASTA"), QStringLiteral("doblaje"),
+        agregar(comandos, QStringLiteral("DOBLAJE DE LA SUBASTA"), QStringLiteral("doblaje"),
                 [this] { return logica_.AplicarDoblaje(); }, false);
     if (d.cambioPorcentaje)
-        agregar(QStringLiteral("PORCENTAJE"), QStringLiteral("cambiarPorcentaje"),
+        agregar(comandos, QStringLiteral("PORCENTAJE"), QStringLiteral("cambiarPorcentaje"),
                 [this] { return logica_.CambiarPorcentaje(); }, false);
+    for (const bool final : {false, true})
+        agregar(comandos, final ? QStringLiteral("REPORTE FINAL") : QStringLiteral("REPORTE CARRERA"),
+                final ? QStringLiteral("reporteFinal") : QStringLiteral("reporteCarrera"),
+                [this, final] {
+                    const int tipo = logica_.LlenarReporte(final);
+                    return tipo != 0 && abrirReporte(ctx_, tipo, {}, this) != nullptr;
+                },
+                false);
     int n = 0;
     for (ImpresoSubasta cual : d.impresos)
-        agregar(Subasta::tituloImpreso(d, cual).trimmed(), QStringLiteral("imprimir_%1").arg(n++),
+        agregar(impresos, Subasta::tituloImpreso(d, cual).trimmed(), QStringLiteral("imprimir_%1").arg(n++),
                 [this, cual] { return logica_.Impresora(cual); }, false);
-    botones->addStretch();
+    comandos->addStretch();
+    impresos->addStretch();
     g->addLayout(botones, 1, 0);
 
     mensaje_ = etiqueta(QString(), QStringLiteral("mensaje"), w);

@@ -130,7 +130,7 @@ void llenarReportesSubasta(Db& central, Db& local, const QString& fecha, const Q
         c.filas = filasCarrera(central, fecha, n, ch);
         if (c.filas.empty()) continue;
         c.tg = liquidarCarrera(c.filas, d.grande, p.tablazo);
-        c.tp = liquidarCarrera(c.filas, d.pequeno, p.tablazo);
+        if (d.dosSubastas()) c.tp = liquidarCarrera(c.filas, d.pequeno, p.tablazo);
         carreras.push_back(c);
     }
     const auto jugado = jugadoPorComprador(central, fecha, ch, d);

@@ -442,14 +442,28 @@ QString Subasta::tituloImpreso(const DisenoSubasta& d, ImpresoSubasta cual) {
     return {};
 }
 
+void Subasta::guardarMontosDelDia() {
+    Db& db = ctx_.servidor();
+    for (long long n = 1, ultima = ultimaCarrera(db, fecha_, ctx_.session.ch); n <= ultima; ++n)
+        guardarMontosCasa(db, fecha_, n, parametros_);
+}
+
+int Subasta::LlenarReporte(bool final) {
+    const int tipo = final ? diseno_.reporteFinal
+                           : (tablita_ && diseno_.reporteCarreraTP ? diseno_.reporteCarreraTP : diseno_.reporteCarrera);
+    if (tipo == 0) return 0;
+    guardarMontosDelDia();
+    llenarReportesSubasta(ctx_.servidor(), ctx_.local(), fecha_, ctx_.session.ch, parametros_, diseno_);
+    return tipo;
+}
+
 Impreso Subasta::impreso(ImpresoSubasta cual) {
     Db& db = ctx_.servidor();
     const QString& ch = ctx_.session.ch;
     Impreso out;
     out.lineas = encabezadoSubasta(tituloImpreso(diseno_, cual), ch, ctx_.clock.now());
     const auto dia = [&](const LadoSubasta& l) {
-        for (long long n = 1, ultima = ultimaCarrera(db, fecha_, ch); n <= ultima; ++n)
-            guardarMontosCasa(db, fecha_, n, parametros_);
+        guardarMontosDelDia();
         return lineasFinal(liquidarDia(db, fecha_, ch, l, parametros_), diseno_);
     };
     switch (cual) {

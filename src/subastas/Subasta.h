@@ -106,6 +106,11 @@ public:
     // report tables when this machine has them.
     bool Impresora(ImpresoSubasta cual);
 
+    // Refills the local report tables with the centre's day (the house
+    // amounts of its races stored first) and gives the report kind to open:
+    // a race of the shown board, or the day; 0 when the board has none.
+    int LlenarReporte(bool final);
+
     // Buttons' captions and titles.
     static QString tituloImpreso(const DisenoSubasta& d, ImpresoSubasta cual);
 
@@ -115,6 +120,7 @@ private:
     void leerFilas();
     std::optional<long long> idLinea(int linea) const;
     bool puedeEscribir();
+    void guardarMontosDelDia();
     bool tablaDelTablero(int tabla) const;
     std::optional<long long> carreraPedida(const QString& titulo);
     // Runs a single-row statement of a line, then reads the rows again.

@@ -27,17 +27,8 @@ class TstVentanasReporte : public QObject {
     QTemporaryDir carpeta;
     std::unique_ptr<TestEnv> env;
 
-    // The report window that opened last (a window of its own).
-    static RPT_Diario_WIN* ultimoReporte() {
-        RPT_Diario_WIN* ultimo = nullptr;
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (auto* r = qobject_cast<RPT_Diario_WIN*>(w); r && r->isVisible()) ultimo = r;
-        return ultimo;
-    }
-    static void cerrarReportes() {
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (qobject_cast<RPT_Diario_WIN*>(w)) delete w;
-    }
+    static RPT_Diario_WIN* ultimoReporte() { return ultimaVentana<RPT_Diario_WIN>(); }
+    static void cerrarReportes() { cerrarVentanas<RPT_Diario_WIN>(); }
 
 private slots:
     void initTestCase() {

@@ -307,6 +307,16 @@ private slots:
         QCOMPARE(w.findChild<QLabel*>("Label_Saldo")->text(), QString("SALDO: Bs. 500,00"));
         QCOMPARE(estado->model()->rowCount(), 6);
         env->dialogs.clear();
+
+        // The statement on the report window, from the rows just listed.
+        QTest::mouseClick(w.findChild<QWidget*>("Command_Imprimir"), Qt::LeftButton);
+        QWidget* reporte = nullptr;
+        for (QWidget* t : QApplication::topLevelWidgets())
+            if (t->isVisible() && t->windowTitle() == "REPORTE JUGADAS DEL CLIENTE") reporte = t;
+        QVERIFY(reporte);
+        delete reporte;
+        QCOMPARE(numberOf(env->local(), "SELECT count(*) FROM rpt_jugadas_clientes"), 6.0);
+        QCOMPARE(env->dialogs.count(), 0);
     }
 
     // The public address is looked up when the window opens; a failed

@@ -6,6 +6,8 @@
 #include "admin/Form_Admin_Win.h"
 #include "core/Formato.h"
 #include "gui/Estilo.h"
+#include "reportes/RPT_Diario_WIN.h"
+#include "reportes/TiposReporte.h"
 #include "schema/Demo.h"
 #include "subastas/Form_Subasta.h"
 #include "support/Ventanas.h"
@@ -149,6 +151,7 @@ private slots:
         QFETCH(QString, tablero);
         QFETCH(QSize, pantalla);
         cargarDemoSubastas(env->db(), env->clock.today());
+        env->resetLocal();
         MenuDePrueba m(*env, usuario, pantalla);
         m.menu->boton("subasta_menu")->trigger();
         QApplication::processEvents();
@@ -161,6 +164,22 @@ private slots:
         QVERIFY(!hijo<QLineEdit>(w, celda("mesa", 0, 0))->text().isEmpty());
         QApplication::processEvents();
         grab(m.menu.get(), QString("demo_%1_%2x%3").arg(tablero).arg(pantalla.width()).arg(pantalla.height()));
+
+        // The board's two reports: the race's lines and the day, each in the
+        // report window of its kind, drawn from the local tables just refilled.
+        const DisenoSubasta& d = *disenoSubasta(tablero);
+        for (const auto& [boton, tipo, tabla] : {std::tuple{"reporteCarrera", d.reporteCarrera, "rpt_diarioremate"},
+                                                 std::tuple{"reporteFinal", d.reporteFinal, "rpt_diariorematefinal"}}) {
+            QTest::mouseClick(hijo(w, boton), Qt::LeftButton);
+            auto* r = ultimaVentana<RPT_Diario_WIN>();
+            QVERIFY2(r, boton);
+            QCOMPARE(r->windowTitle(), tipoReporte(tipo)->titulo);
+            r->resize(1366, 768);
+            grab(r, QString("reporte_%1_%2").arg(tablero, boton));
+            QVERIFY(numberOf(env->local(), QString("SELECT count(*) FROM %1 WHERE carrera = 1").arg(tabla).toStdString()) > 0);
+            cerrarVentanas<RPT_Diario_WIN>();
+        }
+        QCOMPARE(env->dialogs.count(), 0);
     }
 
     void teclasDeLasCajas() {
@@ -286,6 +305,10 @@ private slots:
         QCOMPARE(filas->item(0, 0)->text(), QString("07"));
         QCOMPARE(numberOf(env->local(), "SELECT count(*) FROM rpt_general"), 4.0);
         grab(m.menu.get(), "Form_RptSubasta_Fechas_1366x768");
+        QTest::mouseClick(hijo(w, "reporte"), Qt::LeftButton);
+        QVERIFY(ultimaVentana<RPT_Diario_WIN>());
+        QCOMPARE(ultimaVentana<RPT_Diario_WIN>()->windowTitle(), QString("REPORTE VENTA SUBASTA"));
+        cerrarVentanas<RPT_Diario_WIN>();
     }
 
     void celdasDelEscritorio() {

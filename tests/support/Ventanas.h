@@ -27,6 +27,21 @@ inline void pulsar(QWidget* ventana, Qt::Key tecla, Qt::KeyboardModifiers mods =
     QTest::keyClick(conCursor(ventana), tecla, mods);
 }
 
+// The visible window of type T that opened last on its own (report windows
+// do), and closing every such window.
+template <class T>
+T* ultimaVentana() {
+    T* ultima = nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (auto* v = qobject_cast<T*>(w); v && v->isVisible()) ultima = v;
+    return ultima;
+}
+template <class T>
+void cerrarVentanas() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (qobject_cast<T*>(w)) delete w;
+}
+
 // The main menu as a demo user meets it after signing in: shown at the
 // given size, loaded, every window of the program registered.
 struct MenuDePrueba {
