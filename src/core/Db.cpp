@@ -231,6 +231,83 @@ bool isRead(const std::string& sql) {
     return (starts("select") && sql.find("FOR UPDATE") == std::string::npos) || starts("show") || starts("set ");
 }
 
+
+// Reading a result a block of rows at a time, each column bound to an array:
+// one driver call per block instead of one per value. Only when every column
+// fits a bound buffer; otherwise the caller reads value by value.
+
+constexpr SQLULEN kFilasBloque = 256;
+constexpr SQLULEN kTextoMaximo = 1024;  // characters of the widest bound text column
+
+// Gives false, having read nothing, when the result does not fit; a failure
+// while reading calls `fallo`, which throws (before the statement is reset,
+// so the driver's diagnostics are still there).
+template <class Fallo>
+bool fetchBlocks(SQLHSTMT h, const std::vector<SQLSMALLINT>& kinds, const std::vector<SQLULEN>& sizes,
+                 const std::shared_ptr<const Columns>& columns, QVector<Row>& rows, Fallo&& fallo) {
+    const std::size_t count = kinds.size();
+    if (count == 0) return false;
+    struct Columna {
+        SQLLEN ancho = 0;  // bytes of one value
+        std::vector<char> datos;
+        std::vector<SQLLEN> indicadores;
+    };
+    std::vector<Columna> cols(count);
+    for (std::size_t c = 0; c < count; ++c) {
+        if (kinds[c] == SQL_C_SBIGINT) cols[c].ancho = sizeof(long long);
+        else if (kinds[c] == SQL_C_DOUBLE) cols[c].ancho = sizeof(double);
+        else if (sizes[c] == 0 || sizes[c] > kTextoMaximo) return false;
+        else cols[c].ancho = static_cast<SQLLEN>(sizes[c] * 4 + 1);  // UTF-8, and the closing NUL
+        cols[c].datos.resize(static_cast<std::size_t>(cols[c].ancho) * kFilasBloque);
+        cols[c].indicadores.resize(kFilasBloque);
+    }
+    SQLULEN leidas = 0;
+    // The statement is kept for later runs: leave it reading one row at a time.
+    struct Restaurar {
+        SQLHSTMT h;
+        ~Restaurar() {
+            SQLFreeStmt(h, SQL_UNBIND);
+            SQLSetStmtAttr(h, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(SQLULEN{1}), 0);
+            SQLSetStmtAttr(h, SQL_ATTR_ROWS_FETCHED_PTR, nullptr, 0);
+        }
+    } restaurar{h};
+    if (!SQL_SUCCEEDED(SQLSetStmtAttr(h, SQL_ATTR_ROW_BIND_TYPE, reinterpret_cast<SQLPOINTER>(SQLULEN{SQL_BIND_BY_COLUMN}), 0)) ||
+        !SQL_SUCCEEDED(SQLSetStmtAttr(h, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(kFilasBloque), 0)) ||
+        !SQL_SUCCEEDED(SQLSetStmtAttr(h, SQL_ATTR_ROWS_FETCHED_PTR, &leidas, 0)))
+        return false;
+    for (std::size_t c = 0; c < count; ++c)
+        if (!SQL_SUCCEEDED(SQLBindCol(h, static_cast<SQLUSMALLINT>(c + 1), kinds[c], cols[c].datos.data(),
+                                      cols[c].ancho, cols[c].indicadores.data())))
+            return false;
+    for (;;) {
+        const SQLRETURN rc = SQLFetch(h);
+        if (rc == SQL_NO_DATA) return true;
+        if (!SQL_SUCCEEDED(rc)) fallo();
+        for (SQLULEN f = 0; f < leidas; ++f) {
+            QVector<QVariant> values(static_cast<qsizetype>(count));
+            for (std::size_t c = 0; c < count; ++c) {
+                const SQLLEN indicador = cols[c].indicadores[f];
+                if (indicador == SQL_NULL_DATA) continue;
+                const char* dato = cols[c].datos.data() + f * static_cast<SQLULEN>(cols[c].ancho);
+                if (kinds[c] == SQL_C_SBIGINT) {
+                    long long v;
+                    std::memcpy(&v, dato, sizeof v);
+                    values[static_cast<qsizetype>(c)] = v;
+                } else if (kinds[c] == SQL_C_DOUBLE) {
+                    double v;
+                    std::memcpy(&v, dato, sizeof v);
+                    values[static_cast<qsizetype>(c)] = v;
+                } else {
+                    // A value cut short would be read wrong: say so rather than guess.
+                    if (indicador == SQL_NO_TOTAL || indicador >= cols[c].ancho) fallo();
+                    values[static_cast<qsizetype>(c)] = QString::fromUtf8(dato, static_cast<qsizetype>(indicador));
+                }
+            }
+            rows.append(Row(columns, std::move(values)));
+        }
+    }
+}
+
 }  // namespace
 
 template <class F>
@@ -277,6 +354,7 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
     SQLNumResultCols(st.handle, &count);
     QStringList names;
     std::vector<SQLSMALLINT> kinds(count);
+    std::vector<SQLULEN> sizes(count);
     for (SQLSMALLINT c = 0; c < count; ++c) {
         SQLCHAR name[256] = {0};
         SQLSMALLINT nameLength = 0, type = 0, digits = 0, nullable = 0;
@@ -284,6 +362,7 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
         SQLDescribeColA(st.handle, static_cast<SQLUSMALLINT>(c + 1), name, sizeof name, &nameLength, &type, &size,
                         &digits, &nullable);
         names << QString::fromUtf8(reinterpret_cast<const char*>(name));
+        sizes[c] = size;
         switch (type) {
         case SQL_TINYINT:
         case SQL_SMALLINT:
@@ -305,15 +384,20 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
     }
     auto columns = std::make_shared<Columns>(names);
     QVector<Row> rows;
+    const auto fail = [&]() -> DbError {
+        DbError e = diagnose(SQL_HANDLE_STMT, st.handle, text);
+        discard(text);
+        return e;
+    };
+    if (fetchBlocks(st.handle, kinds, sizes, columns, rows, [&] { throw fail(); })) {
+        SQLFreeStmt(st.handle, SQL_CLOSE);
+        return Recordset(columns, std::move(rows));
+    }
     std::vector<char> buffer(4096);
     for (;;) {
         SQLRETURN rc = SQLFetch(st.handle);
         if (rc == SQL_NO_DATA) break;
-        if (!SQL_SUCCEEDED(rc)) {
-            DbError e = diagnose(SQL_HANDLE_STMT, st.handle, text);
-            discard(text);
-            throw e;
-        }
+        if (!SQL_SUCCEEDED(rc)) throw fail();
         QVector<QVariant> values(count);
         for (SQLSMALLINT c = 0; c < count; ++c) {
             const auto n = static_cast<SQLUSMALLINT>(c + 1);
@@ -333,11 +417,7 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
                     rc = SQLGetData(st.handle, n, SQL_C_CHAR, buffer.data(), static_cast<SQLLEN>(buffer.size()),
                                     &indicator);
                     if (rc == SQL_NO_DATA) break;
-                    if (!SQL_SUCCEEDED(rc)) {
-                        DbError e = diagnose(SQL_HANDLE_STMT, st.handle, text);
-                        discard(text);
-                        throw e;
-                    }
+                    if (!SQL_SUCCEEDED(rc)) throw fail();
                     if (indicator == SQL_NULL_DATA) {
                         isNull = true;
                         break;

@@ -67,6 +67,40 @@ private slots:
         QCOMPARE(textOf(db, "SELECT u FROM textos WHERE id = ?", {id}), value + "x");
     }
 
+    // Results are read a block of rows at a time: every row, value and NULL
+    // arrives whatever the count against the block's size, and a result with
+    // a column too wide for a block (TEXT) is read value by value the same way.
+    void largeResults_data() {
+        QTest::addColumn<int>("filas");
+        QTest::addColumn<QString>("texto");
+        for (int n : {0, 1, 255, 256, 257, 1000}) {
+            QTest::newRow(qPrintable(QString("%1 rows").arg(n))) << n << "u";
+            QTest::newRow(qPrintable(QString("%1 rows, TEXT column").arg(n))) << n << "CAST(u AS CHAR(5000))";
+        }
+    }
+    void largeResults() {
+        QFETCH(int, filas);
+        QFETCH(QString, texto);
+        Db& db = env->db();
+        db.exec("DELETE FROM textos");
+        if (filas > 0)
+            db.exec("INSERT INTO textos (u, l, n, i) SELECT REPEAT('Ñ', seq % 400), 'x', IF(seq % 2, NULL, seq / 4), "
+                    "IF(seq % 3, seq, NULL) FROM seq_1_to_" + std::to_string(filas));
+        const Recordset rs = db.query(("SELECT " + texto + " AS u, n, i FROM textos ORDER BY id").toStdString());
+        QCOMPARE(rs.size(), filas);
+        for (int k = 0; k < filas; ++k) {
+            const int seq = k + 1;
+            const Row& r = rs[k];
+            QCOMPARE(r.text("u"), QString(seq % 400, QChar(0xD1)));
+            QCOMPARE(r.value("n").isNull(), seq % 2 == 1);
+            if (seq % 2 == 0) QCOMPARE(r.number("n"), seq / 4.0);
+            QCOMPARE(r.value("i").isNull(), seq % 3 == 0);
+            if (seq % 3) QCOMPARE(r.integer("i"), static_cast<long long>(seq));
+        }
+        // The statement is read again one row at a time by a plain query after it.
+        QCOMPARE(db.query("SELECT count(*) AS c FROM textos").first().integer("c"), static_cast<long long>(filas));
+    }
+
     void boundTextEqualsLiteral() {
         Db& db = env->db();
         db.exec("DELETE FROM textos");
