@@ -244,7 +244,7 @@ void Form_Admin_MC::Procesar_Click() {
         bool valido = true;
         g[i] = leerGanadores(ganadores_[i]->text(), &valido);
         if (!valido) {
-            ctx_.dialogs.refuse(texto::TituloValidacionDatos, QStringLiteral("DEBE COLOCAR UN Nº CABALLO VALIDO"));
+            ctx_.dialogs.refuse(texto::TituloValidacionDatos, texto::ColocarCaballoValido);
             ganadores_[i]->setFocus();
             return;
         }
@@ -283,6 +283,8 @@ void Form_Admin_MC::Buscar_Click() {
 QWidget* Form_Admin_MC::Express_Click() {
     auto* w = new Form_Admin_Express(ctx_, fecha(), this);
     w->setAttribute(Qt::WA_DeleteOnClose);
+    // Back here, the winners entered there are shown.
+    connect(w, &Form_Admin_Express::cerrada, this, [this] { cargar(); });
     w->show();
     return w;
 }
@@ -331,11 +333,16 @@ Form_Admin_Express::Form_Admin_Express(Context& ctx, const QString& fecha, QWidg
     mostrar();
 }
 
+void Form_Admin_Express::closeEvent(QCloseEvent* event) {
+    Ventana::closeEvent(event);
+    emit cerrada();
+}
+
 void Form_Admin_Express::Fijar_Click() {
     bool valido = true;
     const QVector<long long> caballos = leerGanadores(caballos_->text(), &valido);
     if (!valido) {
-        ctx_.dialogs.refuse(texto::TituloValidacionDatos, QStringLiteral("DEBE COLOCAR UN Nº CABALLO VALIDO"));
+        ctx_.dialogs.refuse(texto::TituloValidacionDatos, texto::ColocarCaballoValido);
         return;
     }
     const auto l = proceso_.fijarGanadores(fecha_, pierna_->currentIndex(), caballos);
@@ -437,8 +444,12 @@ void Form_Pant_MC::refrescar() {
             pozo = std::round((venta * (1 - d.porcentajeCasa / 100) + arrastre) * 100) / 100;
         }
         pozo_->setText(QStringLiteral("POZO: ") + dinero(ctx_, pozo));
-        vivos_->setText(l && l->ganadores > 0 ? QStringLiteral("BOLETOS GANADORES: %1").arg(l->ganadores)
-                                              : QStringLiteral("BOLETOS VIVOS: %1").arg(boletos));
+        if (!l)
+            vivos_->setText(QStringLiteral("BOLETOS VIVOS: %1").arg(boletos));
+        else if (l->ganadores > 0)
+            vivos_->setText(QStringLiteral("BOLETOS GANADORES: %1").arg(l->ganadores));
+        else
+            vivos_->setText(QStringLiteral("SIN GANADORES: EL POZO PASA AL PROXIMO MACUARE"));
     });
 }
 

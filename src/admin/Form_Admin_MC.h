@@ -71,6 +71,12 @@ public:
     QLineEdit* caballos() const { return caballos_; }
     QTableWidget* vivos() const { return vivos_; }
 
+signals:
+    void cerrada();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     ProcesoMacuare proceso_;
     QString fecha_;

@@ -16,7 +16,6 @@ namespace {
 
 const QString kVentanaAdminMC = QStringLiteral("form_Admin_MC");
 const QString kTituloMacuare = QStringLiteral("ADMINISTRACION DE MACUARE");
-const QString kCaballoNoValido = QStringLiteral("DEBE COLOCAR UN Nº CABALLO VALIDO");
 const QString kConVentas = QStringLiteral("YA HAY BOLETOS VENDIDOS, NO SE PUEDEN CAMBIAR LAS CARRERAS DEL MACUARE");
 const QString kFaltanGanadores = QStringLiteral("FALTAN GANADORES: LAS SIETE CARRERAS DEBEN TENER SU GANADOR");
 const QString kDatoNoValido = QStringLiteral("LOS DATOS DEL MACUARE NO SON VALIDOS");
@@ -164,7 +163,9 @@ void ProcesoMacuare::deshacer(Db& db, const QString& fecha) {
 Liquidacion ProcesoMacuare::liquidarBloqueado(Db& db, const DiaMacuare& d, const GanadoresDia& g) {
     Liquidacion l;
     if (std::any_of(g.begin(), g.end(), [](const QVector<long long>& p) { return p.isEmpty(); })) {
-        deshacer(db, d.fecha);
+        // A leg without winners: a settled day is undone; one never settled has nothing to undo.
+        if (Row::toInteger(db.scalar("SELECT procesado FROM macuare_dias WHERE fecha = ?", {d.fecha})) == 1)
+            deshacer(db, d.fecha);
         return l;
     }
     l.hecha = true;
@@ -204,7 +205,7 @@ Liquidacion ProcesoMacuare::liquidarBloqueado(Db& db, const DiaMacuare& d, const
 std::optional<Liquidacion> ProcesoMacuare::fijarGanadores(const QString& fecha, int pierna,
                                                           const QVector<long long>& caballos) {
     if (pierna < 0 || pierna >= kPiernas || caballos.size() > kEmpates) {
-        ctx_.dialogs.refuse(texto::TituloValidacionDatos, kCaballoNoValido);
+        ctx_.dialogs.refuse(texto::TituloValidacionDatos, texto::ColocarCaballoValido);
         return std::nullopt;
     }
     struct Hecho {
@@ -234,7 +235,7 @@ std::optional<Liquidacion> ProcesoMacuare::fijarGanadores(const QString& fecha, 
     });
     if (!r) return std::nullopt;
     if (!r->valido) {
-        ctx_.dialogs.refuse(texto::TituloValidacionDatos, kCaballoNoValido);
+        ctx_.dialogs.refuse(texto::TituloValidacionDatos, texto::ColocarCaballoValido);
         return std::nullopt;
     }
     return r->l;
@@ -289,13 +290,12 @@ QVector<VivosGrupo> ProcesoMacuare::vivos(const QString& fecha) {
 
 namespace {
 
-const QString kTituloAnulacionMC = QStringLiteral("ANULACION DE MACUARES");
 const QString kTituloAdmin = QStringLiteral("ADMINISTRACION DEL SISTEMA");
 
 }  // namespace
 
 bool ProcesoMacuare::anularBoleto() {
-    const auto codigo = ctx_.dialogs.ask(kTituloAnulacionMC, QStringLiteral("INGRESE EL CODIGO DEL BOLETO DEL MACUARE"));
+    const auto codigo = ctx_.dialogs.ask(texto::TituloAnulacionMacuares, QStringLiteral("INGRESE EL CODIGO DEL BOLETO DEL MACUARE"));
     if (!codigo || codigo->trimmed().isEmpty()) return false;
     ReglasAnulacion r;
     r.codigo = codigo->trimmed();
@@ -308,9 +308,9 @@ bool ProcesoMacuare::anularBoleto() {
     });
     if (!hecho) return false;
     switch (*hecho) {
-    case ResultadoAnulacion::Anulado: ctx_.dialogs.inform(kTituloAnulacionMC, texto::BoletoAnulado); return true;
-    case ResultadoAnulacion::Cerrado: ctx_.dialogs.refuse(kTituloAnulacionMC, texto::CarreraCerradaSinCambios); break;
-    default: ctx_.dialogs.refuse(kTituloAnulacionMC, texto::BoletoNoAnulable); break;
+    case ResultadoAnulacion::Anulado: ctx_.dialogs.inform(texto::TituloAnulacionMacuares, texto::BoletoAnulado); return true;
+    case ResultadoAnulacion::Cerrado: ctx_.dialogs.refuse(texto::TituloAnulacionMacuares, texto::CarreraCerradaSinCambios); break;
+    default: ctx_.dialogs.refuse(texto::TituloAnulacionMacuares, texto::BoletoNoAnulable); break;
     }
     return false;
 }

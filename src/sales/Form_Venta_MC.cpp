@@ -44,7 +44,9 @@ Form_Venta_MC::Form_Venta_MC(Context& ctx, QWidget* parent)
     auto* g = new QGridLayout(venta);
     for (int i = 0; i < kPiernas; ++i) {
         g->addWidget(rotulo(QStringLiteral("C%1").arg(i + 1)), 0, i, Qt::AlignHCenter);
-        auto* c = caja(QStringLiteral("Text_datos%1").arg(i), nullptr, 2, SoloNumeros, 70);
+        auto* c = caja(QStringLiteral("Text_datos%1").arg(i), nullptr, 2, SoloNumeros);
+        c->setMinimumWidth(50);
+        g->setColumnStretch(i, 1);
         c->setAlignment(Qt::AlignCenter);
         piernas_ << c;
         g->addWidget(c, 1, i);
@@ -105,6 +107,7 @@ Form_Venta_MC::Form_Venta_MC(Context& ctx, QWidget* parent)
     totales_->setProperty("class", "total");
     auto* teclas = new QLabel(QStringLiteral("Enter: siguiente / vender   F5: cobrar   F6: anular   F7: resumen   "
                                              "F8: lista del día   F9: copia   Esc: limpiar"));
+    teclas->setWordWrap(true);
     teclas->setObjectName(QStringLiteral("teclas"));
 
     auto* medio = new QHBoxLayout;
@@ -126,6 +129,7 @@ Form_Venta_MC::Form_Venta_MC(Context& ctx, QWidget* parent)
         const QVector<long long> carreras = logica_.piernas();
         for (int i = 0; i < kPiernas && i < carreras.size(); ++i)
             carreras_[i]->setText(QStringLiteral("CARRERA ") + QString::number(carreras[i]));
+        combinaciones_ = logica_.combinacionesDelDia();
     });
     mostrarEstado();
     Totalizar_Dia();
@@ -214,8 +218,8 @@ void Form_Venta_MC::Command19_Click() {
     if (!lineas) return;
     lista_->setRowCount(lineas->size());
     for (int f = 0; f < lineas->size(); ++f) {
-        const LineaMacuare& l = (*lineas)[f];
-        QStringList celdas{l.boleto};
+        const BoletoMacuareVendido& l = (*lineas)[f];
+        QStringList celdas{l.codigo};
         for (long long v : l.v) celdas << QString::number(v);
         celdas << logica_.montoPantalla(l.monto) << QString::number(l.veces) << l.grupo;
         for (int c = 0; c < celdas.size(); ++c) lista_->setItem(f, c, new QTableWidgetItem(celdas[c]));
@@ -227,7 +231,8 @@ void Form_Venta_MC::Bton_ImprimirRV_Click() { proteger([this] { logica_.imprimir
 void Form_Venta_MC::Totalizar_Dia() {
     const auto t = intentar([this] { return logica_.Totalizar_Dia(); });
     if (!t) return;
-    totales_->setText(QStringLiteral("VENTA: %1 (%2)   PAGADO: %3 (%4)   POR PAGAR: %5 (%6)   ANULADOS: %7   SALDO: %8")
+    totales_->setText(QStringLiteral("VENTA: %1 (%2)   PAGADO: %3 (%4)   POR PAGAR: %5 (%6)\n"
+                                     "ANULADOS: %7   SALDO: %8   COMBINACIONES: %9")
                           .arg(logica_.montoPantalla(t->venta))
                           .arg(t->cantVenta)
                           .arg(logica_.montoPantalla(t->cobrado))
@@ -235,7 +240,8 @@ void Form_Venta_MC::Totalizar_Dia() {
                           .arg(logica_.montoPantalla(t->porCobrar))
                           .arg(t->cantPorCobrar)
                           .arg(t->anulados)
-                          .arg(logica_.montoPantalla(t->saldo())));
+                          .arg(logica_.montoPantalla(t->saldo()))
+                          .arg(combinaciones_));
     Command19_Click();
 }
 

@@ -62,6 +62,7 @@ private:
     QLabel* ultimo_ = nullptr;
     QLabel* totales_ = nullptr;
     QTableWidget* lista_ = nullptr;
+    long long combinaciones_ = 0;
 };
 
 }  // namespace hipico

@@ -297,7 +297,7 @@ void JugadaMacuare::completar(Db& db, long long numero, const QString& codigo) {
 }
 
 BoletoMacuareVendido JugadaMacuare::boleto(long long numero, const QString& codigo) const {
-    return {numero, codigo, v_, monto_, veces_, pedido_.nombre.trimmed(), fecha_, hora_};
+    return {numero, codigo, v_, monto_, veces_, pedido_.nombre.trimmed(), fecha_, hora_, ctx_.session.grupo};
 }
 
 Impreso JugadaMacuare::ticket(long long numero, const QString& codigo, bool grafico) const {
@@ -336,11 +336,11 @@ Impreso resumenMacuare(Context& ctx, bool grafico) {
     return resumenVentas(d, grafico);
 }
 
-QVector<LineaMacuare> listaMacuares(Context& ctx) {
-    QVector<LineaMacuare> lista;
+QVector<BoletoMacuareVendido> listaMacuares(Context& ctx) {
+    QVector<BoletoMacuareVendido> lista;
     for (const Row& r : ctx.servidor().query(kLista, {ctx.session.ch, fechaTrabajo(ctx)}))
         lista.push_back({r.integer("numero"), r.text("boleto"), piernasDe(r), r.number("monto"), r.integer("veces"),
-                         r.text("grupo")});
+                         QString(), QString(), QString(), r.text("grupo")});
     return lista;
 }
 

@@ -59,6 +59,7 @@ struct BoletoMacuareVendido {
     long long veces = 1;
     QString nombre;
     QString fecha, hora;
+    QString grupo;
 };
 
 // The printed ticket of a Macuare sale.
@@ -112,16 +113,8 @@ TotalesDia totalesMacuare(Context& ctx);
 // The printed summary: the booth block under "-- VENTA MACUARE --".
 Impreso resumenMacuare(Context& ctx, bool grafico);
 
-// One line of the booth's list of the day (Command19).
-struct LineaMacuare {
-    long long numero = 0;
-    QString boleto;
-    Piernas v{};
-    double monto = 0;
-    long long veces = 1;
-    QString grupo;
-};
-QVector<LineaMacuare> listaMacuares(Context& ctx);
+// The booth's tickets of the day, newest first (Command19).
+QVector<BoletoMacuareVendido> listaMacuares(Context& ctx);
 // The column heads of that list.
 const QStringList& encabezadosListaMacuare();
 

@@ -2,6 +2,7 @@
 
 #include "core/Context.h"
 #include "core/Formato.h"
+#include "core/Openers.h"
 #include "core/RegistroErrores.h"
 #include "core/Textos.h"
 #include "sales/AjustesLocales.h"
@@ -15,7 +16,6 @@ namespace {
 
 // The window's name in the error log.
 const QString kVentanaVentaMC = QStringLiteral("form_Venta_MC");
-const QString kTituloAnulacionMC = QStringLiteral("ANULACION DE MACUARES");
 const QString kBoletoNoExiste = QStringLiteral("BOLETO NO EXISTE");
 const QString kNoAnulable = QStringLiteral("NO SE PUEDE ANULAR ESTE BOLETO");
 
@@ -35,6 +35,16 @@ QVector<long long> VentaMacuare::piernas() {
     if (!d.existe) return v;
     for (int i = 0; i < kPiernas; ++i) v << d.carrera(i);
     return v;
+}
+
+long long VentaMacuare::combinacionesDelDia() {
+    AbrirCombinaciones(ctx_);
+    const Recordset& rs = ctx_.rs(QStringLiteral("rsCombinaciones"));
+    const QString fecha = fechaTrabajo(ctx_);
+    long long n = 0;
+    for (const Row& r : rs)
+        if (r.text("fecha") == fecha && r.number("monto") > 0) ++n;
+    return n;
 }
 
 QString VentaMacuare::montoPantalla(double monto) const { return formatoMonto(monto, ctx_.session.enDolares()); }
@@ -110,7 +120,7 @@ bool VentaMacuare::anularPorCodigo(const QString& codigoTecleado) {
     const Recordset rs = codigo.isEmpty() ? Recordset()
                                           : db.query("SELECT numero FROM macuares Where boleto = ?", {codigo});
     if (rs.empty()) {
-        ctx_.dialogs.refuse(kTituloAnulacionMC, kBoletoNoExiste);
+        ctx_.dialogs.refuse(texto::TituloAnulacionMacuares, kBoletoNoExiste);
         return false;
     }
     // Only this booth's tickets of the working day still unsettled (status 0).
@@ -123,10 +133,10 @@ bool VentaMacuare::anularPorCodigo(const QString& codigoTecleado) {
     switch (anular(db, juegoMacuare(), rs.first().integer("numero"), r, texto::MotivoAnulado, ctx_.session.usuario)) {
     case ResultadoAnulacion::Anulado:
         if (ultimo_ && ultimo_->codigo == codigo) ultimo_.reset();
-        ctx_.dialogs.inform(kTituloAnulacionMC, texto::BoletoAnulado);
+        ctx_.dialogs.inform(texto::TituloAnulacionMacuares, texto::BoletoAnulado);
         return true;
-    case ResultadoAnulacion::Cerrado: ctx_.dialogs.refuse(kTituloAnulacionMC, texto::CarreraCerradaSinCambios); break;
-    default: ctx_.dialogs.refuse(kTituloAnulacionMC, kNoAnulable); break;
+    case ResultadoAnulacion::Cerrado: ctx_.dialogs.refuse(texto::TituloAnulacionMacuares, texto::CarreraCerradaSinCambios); break;
+    default: ctx_.dialogs.refuse(texto::TituloAnulacionMacuares, kNoAnulable); break;
     }
     return false;
 }
@@ -135,7 +145,7 @@ bool VentaMacuare::anularPorCodigo(const QString& codigoTecleado) {
 
 TotalesDia VentaMacuare::Totalizar_Dia() { return totalesMacuare(ctx_); }
 
-QVector<LineaMacuare> VentaMacuare::Command19() { return listaMacuares(ctx_); }
+QVector<BoletoMacuareVendido> VentaMacuare::Command19() { return listaMacuares(ctx_); }
 
 bool VentaMacuare::imprimirResumen() { return impresora_.imprimir(resumenMacuare(ctx_, impresora_.grafico())); }
 

@@ -27,6 +27,10 @@ public:
     QString estado();
     // The day's seven legs (race numbers), empty when the day has no Macuare.
     QVector<long long> piernas();
+    // How many combinations the day has sold: read from the program's
+    // rsCombinaciones, reopened on combinaciones_general first (AbrirCombinaciones),
+    // as the local report tables may hold it.
+    long long combinacionesDelDia();
 
     // ---- Sale (Boton_Agregar) ----
     struct Resultado {
@@ -52,7 +56,7 @@ public:
 
     // ---- Totals, list and printed summary ----
     TotalesDia Totalizar_Dia();
-    QVector<LineaMacuare> Command19();
+    QVector<BoletoMacuareVendido> Command19();
     bool imprimirResumen();
 
     QString montoPantalla(double monto) const;

@@ -264,7 +264,7 @@ void cargarDemoMacuare(Db& db, const QDate& hoy) {
                 insertar(db, combinacionNueva(b.combinacion, fecha, costo));
         }
         // The first two legs are run.
-        db.exec("INSERT INTO caballos_ganadores (fecha, c1_1, c2_1) VALUES (?, 4, 1)", {fecha});
+        db.exec("INSERT INTO caballos_ganadores (fecha, c1_1, c2_1) VALUES (?, 4, 6)", {fecha});
     });
 }
 

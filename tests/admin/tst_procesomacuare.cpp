@@ -4,10 +4,12 @@
 // no winner carrying its pool, a dead-heat leg, a pick scratched after the
 // sale running as the favourite, settling again after a corrected leg with a
 // paid ticket left alone, the tickets still alive by group, and refusals.
+#include "admin/CombinacionesMacuare.h"
 #include "admin/ProcesoMacuare.h"
 #include "core/Formato.h"
 #include "schema/Demo.h"
 #include "schema/Escritores.h"
+#include "sales/VentaMacuare.h"
 #include "support/TestEnv.h"
 
 #include <QtTest>
@@ -53,7 +55,7 @@ class TstProcesoMacuare : public QObject {
 
 private slots:
     void initTestCase() {
-        env = std::make_unique<TestEnv>("procesomacuare");
+        env = std::make_unique<TestEnv>("procesomacuare", true);
         hoy = fechaSql(env->clock.today());
         ayer = fechaSql(env->clock.today().addDays(-1));
     }
@@ -245,6 +247,32 @@ private slots:
         QCOMPARE(env->dialogs.last().text, QString("DEBE COLOCAR UN Nº CABALLO VALIDO"));
         QCOMPARE(env->dialogs.last().title, QString("VALIDACIÓN DE DATOS"));
         QCOMPARE(foto(db(), {"caballos_ganadores", "macuares"}), antes);
+    }
+
+    // The combinations report writes the day's tickets into rpt_macuare and
+    // leaves the program's rsCombinaciones on it; the sale reopens it on the
+    // central register before it reads it.
+    void combinationsShareTheirRecordset() {
+        boleto("1-1-1-1-1-1-1", 10, 2);
+        boleto("1-1-1-1-1-1-1", 5, 1, "12");
+        boleto("2-1-1-1-1-1-1", 7, 1);
+        db().exec("INSERT INTO combinaciones_general (combinacion, fecha, estatus, monto) VALUES "
+                  "('1-1-1-1-1-1-1', ?, 1, 25), ('2-1-1-1-1-1-1', ?, 0, 7)",
+                  {hoy, hoy});
+        const auto c = combinacionesDelDia(env->ctx, hoy);
+        QCOMPARE(c.size(), 2);
+        QCOMPARE(c[0].combinacion, QString("1-1-1-1-1-1-1"));
+        QCOMPARE(c[0].boletos, 2LL);
+        QCOMPARE(c[0].monto, 25.0);
+        QCOMPARE(llenarRptMacuare(env->ctx, hoy), 3LL);
+        QCOMPARE(env->ctx.rs("rsCombinaciones").table(), QString("rpt_macuare"));
+        QCOMPARE(env->ctx.rs("rsCombinaciones").size(), 3);
+        QCOMPARE(textOf(env->local(), "SELECT concat_ws(':', v1, monto, veces, fecha, taquilla, ch) FROM rpt_macuare "
+                                      "ORDER BY id_rpt LIMIT 1"),
+                 "1:10:2:" + fechaVista(hoy) + ":LOS PINOS:LOS PINOS");
+        VentaMacuare venta(env->ctx);
+        QCOMPARE(venta.combinacionesDelDia(), 2LL);
+        QCOMPARE(env->ctx.rs("rsCombinaciones").table(), QString("combinaciones_general"));
     }
 
     void legsCannotChangeOnceSold() {
