@@ -134,10 +134,12 @@ Tanda correrTanda(const std::function<bool(int, QRandomGenerator&)>& vender, con
 }
 
 PedidoMacuare jugadaMC(QRandomGenerator& azar, int combinaciones) {
-    // One of `combinaciones` combinations (horses 1 to 6 of each leg).
+    // One of `combinaciones` (at most 36^2) combinations: horses 1 to 6 of each leg, the first two legs
+    // telling them apart.
     const int k = int(azar.bounded(combinaciones));
     PedidoMacuare p;
-    for (int i = 0; i < 7; ++i) p.piernas << QString::number(1 + (k * (i + 1) + i) % 6);
+    p.piernas << QString::number(1 + k % 6) << QString::number(1 + (k / 6) % 6);
+    for (int i = 2; i < 7; ++i) p.piernas << QString::number(1 + (k / 36 + i) % 6);
     p.monto = QString::number(1 + azar.bounded(5));
     p.veces = QString::number(1 + azar.bounded(2));
     p.nombre = QStringLiteral("CLIENTE");
@@ -170,7 +172,7 @@ bool ventaMacuare(const Config& c, Context& base, QTemporaryDir& puertos) {
     }
     db.exec("DELETE FROM macuares");
     db.exec("DELETE FROM combinaciones_general");
-    constexpr double kCupo = 300;
+    constexpr double kCupo = 600;
     db.exec("UPDATE grupos SET cupo_mc = ?", {kCupo});
 
     std::vector<std::unique_ptr<CabinaMC>> cabinas;

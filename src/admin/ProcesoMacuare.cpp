@@ -40,14 +40,6 @@ const char* const kGuardarLiquidacion =
 const char* const kLiquidacion =
     "SELECT venta, arrastre, pozo, boletos_ganadores, arrastre_siguiente, porcentaje_casa, procesado FROM "
     "macuare_dias WHERE fecha = ?";
-// The groups' day rows follow the tickets: sales, prizes paid, still due.
-const char* const kTotalesGrupos =
-    "INSERT INTO ventas_mc_general (grupo, fecha, venta, premios, saldo, monto_porpagar) "
-    "SELECT grupo, fecha, v, p, v - p - d, d FROM (SELECT grupo, fecha, sum(monto * veces) AS v, "
-    "sum(IF(estatus = 2, cobrado, 0)) AS p, sum(IF(estatus = 1, cobrado, 0)) AS d FROM macuares WHERE fecha = ? "
-    "GROUP BY grupo, fecha) t ON DUPLICATE KEY UPDATE venta = VALUES(venta), premios = VALUES(premios), "
-    "saldo = VALUES(saldo), monto_porpagar = VALUES(monto_porpagar)";
-
 double centavos(double x) { return std::round(x * 100) / 100; }
 
 }  // namespace
@@ -157,7 +149,6 @@ GanadoresDia ProcesoMacuare::aciertos(Db& db, const DiaMacuare& d, const Ganador
 void ProcesoMacuare::deshacer(Db& db, const QString& fecha) {
     db.exec(kDeshacer, {fecha});
     db.exec(kGuardarLiquidacion, {0.0, 0.0, 0.0, 0, 0.0, 0, fecha});
-    db.exec(kTotalesGrupos, {fecha});
 }
 
 Liquidacion ProcesoMacuare::liquidarBloqueado(Db& db, const DiaMacuare& d, const GanadoresDia& g) {
@@ -198,7 +189,6 @@ Liquidacion ProcesoMacuare::liquidarBloqueado(Db& db, const DiaMacuare& d, const
         l.arrastreSiguiente = l.pozo;
     }
     db.exec(kGuardarLiquidacion, {l.venta, l.arrastre, l.pozo, l.ganadores, l.arrastreSiguiente, 1, d.fecha});
-    db.exec(kTotalesGrupos, {d.fecha});
     return l;
 }
 

@@ -467,7 +467,11 @@ CREATE TABLE `macuares` (
   KEY `ix_macuares_boleto` (`boleto`),
   KEY `ix_macuares_combinacion` (`combinacion`, `fecha`, `grupo`),
   KEY `ix_macuares_taquilla` (`taquilla`, `numero`),
-  KEY `ix_macuares_fecha` (`fecha`, `grupo`)
+  KEY `ix_macuares_fecha` (`fecha`, `grupo`),
+  -- The settlement of a day: its due and paid tickets and the groups' sums
+  -- read from the index alone; the tickets that hit the legs found by their picks.
+  KEY `ix_macuares_estatus` (`fecha`, `estatus`, `grupo`, `monto`, `veces`, `cobrado`),
+  KEY `ix_macuares_piernas` (`fecha`, `v1`, `v2`, `v3`, `v4`, `v5`, `v6`, `v7`)
 ) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
 
 -- Combination tickets of kept days: own key, then the columns of macuares.

@@ -93,7 +93,16 @@ private slots:
         QCOMPARE(textOf(db(), "SELECT concat_ws(':', venta, premios, saldo, monto_porpagar) FROM ventas_mc_general "
                               "WHERE grupo = '07' AND fecha = ?",
                         {hoy}),
-                 QString("70:0:-10:80"));
+                 QString("0:0:0:0"));
+        // Paid at the desk: the group's day row moves as a booth's payment moves it.
+        env->dialogs.type("COBRADO");
+        QVERIFY(proceso().pagarBoleto(textOf(db(), "SELECT boleto FROM macuares WHERE numero = ?", {t1})));
+        QCOMPARE(textOf(db(), "SELECT concat_ws(':', venta, premios, saldo, monto_porpagar) FROM ventas_mc_general "
+                              "WHERE grupo = '07' AND fecha = ?",
+                        {hoy}),
+                 QString("0:80:-80:-80"));
+        QCOMPARE(estado(t1), QString("2:80"));
+        QCOMPARE(textOf(db(), "SELECT concat_ws(':', estatus, motivo) FROM bitacora_mc"), QString("2:COBRADO"));
         QCOMPARE(textOf(db(), "SELECT concat_ws(':', c1_1, c7_1, c7_2) FROM caballos_ganadores WHERE fecha = ?", {hoy}),
                  QString("1:1:0"));
         const auto guardada = proceso().liquidacion(hoy);
