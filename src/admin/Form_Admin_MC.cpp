@@ -419,7 +419,7 @@ Form_Pant_MC::Form_Pant_MC(Context& ctx, QWidget* parent)
 
 void Form_Pant_MC::refrescar() {
     enSegundoPlano([this] {
-        const QString fecha = ctx_.session.fecha.isEmpty() ? fechaSql(ctx_.clock.today()) : ctx_.session.fecha;
+        const QString fecha = fechaTrabajo(ctx_);
         fecha_->setText(fechaVista(fecha));
         const DiaMacuare d = proceso_.dia(fecha);
         const GanadoresDia g = proceso_.ganadores(fecha);
@@ -429,20 +429,8 @@ void Form_Pant_MC::refrescar() {
         }
         long long boletos = 0;
         for (const VivosGrupo& v : proceso_.vivos(fecha)) boletos += v.boletos;
-        // Settled: the pool shared; before that, what the day's sales make so far.
         const std::optional<Liquidacion> l = proceso_.liquidacion(fecha);
-        double pozo = 0;
-        if (l) {
-            pozo = l->pozo;
-        } else {
-            const double venta = Row::toNumber(
-                ctx_.servidor().scalar("SELECT COALESCE(sum(monto * veces), 0) FROM macuares WHERE fecha = ?", {fecha}));
-            const double arrastre = Row::toNumber(ctx_.servidor().scalar(
-                "SELECT arrastre_siguiente FROM macuare_dias WHERE fecha < ? and procesado = 1 ORDER BY fecha DESC "
-                "LIMIT 1",
-                {fecha}));
-            pozo = std::round((venta * (1 - d.porcentajeCasa / 100) + arrastre) * 100) / 100;
-        }
+        const double pozo = l ? l->pozo : proceso_.pozoHastaAhora(fecha);
         pozo_->setText(QStringLiteral("POZO: ") + dinero(ctx_, pozo));
         if (!l)
             vivos_->setText(QStringLiteral("BOLETOS VIVOS: %1").arg(boletos));

@@ -42,6 +42,14 @@ const char* const kLiquidacion =
     "macuare_dias WHERE fecha = ?";
 double centavos(double x) { return std::round(x * 100) / 100; }
 
+// The day's sales, the house share, what was carried in, and the pool they make.
+void pozoDe(Db& db, const DiaMacuare& d, Liquidacion& l) {
+    l.venta = Row::toNumber(db.scalar(kVentaDia, {d.fecha}));
+    l.casa = centavos(l.venta * d.porcentajeCasa / 100);
+    l.arrastre = Row::toNumber(db.scalar(kArrastre, {d.fecha}));
+    l.pozo = centavos(l.venta - l.casa + l.arrastre);
+}
+
 }  // namespace
 
 std::string condicionAciertos(const GanadoresDia& a, Params& params) {
@@ -161,10 +169,7 @@ Liquidacion ProcesoMacuare::liquidarBloqueado(Db& db, const DiaMacuare& d, const
     }
     l.hecha = true;
     db.exec(kDeshacer, {d.fecha});
-    l.venta = Row::toNumber(db.scalar(kVentaDia, {d.fecha}));
-    l.casa = centavos(l.venta * d.porcentajeCasa / 100);
-    l.arrastre = Row::toNumber(db.scalar(kArrastre, {d.fecha}));
-    l.pozo = centavos(l.venta - l.casa + l.arrastre);
+    pozoDe(db, d, l);
 
     Params params{d.fecha};
     const std::string aciertan = condicionAciertos(aciertos(db, d, g), params);
@@ -260,6 +265,12 @@ std::optional<Liquidacion> ProcesoMacuare::liquidacion(const QString& fecha) {
     l.ganadores = r.integer("boletos_ganadores");
     l.arrastreSiguiente = r.number("arrastre_siguiente");
     return l;
+}
+
+double ProcesoMacuare::pozoHastaAhora(const QString& fecha) {
+    Liquidacion l;
+    pozoDe(ctx_.servidor(), dia(fecha), l);
+    return l.pozo;
 }
 
 QVector<VivosGrupo> ProcesoMacuare::vivos(const QString& fecha) {

@@ -79,6 +79,9 @@ public:
     std::optional<Liquidacion> liquidacion(const QString& fecha);
 
     QVector<VivosGrupo> vivos(const QString& fecha);
+    // The pool the day's sales make so far (before its settlement): sales
+    // less the house share, plus what the last settled day carried.
+    double pozoHastaAhora(const QString& fecha);
 
     // ---- Single tickets ----
     // Asks the code ("INGRESE EL CODIGO DEL BOLETO DEL MACUARE") and voids
