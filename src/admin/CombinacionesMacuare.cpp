@@ -29,4 +29,16 @@ long long llenarRptMacuare(Context& ctx, const QString& fecha) {
     return n;
 }
 
+long long llenarRptDiarioMC(Context& ctx, const QString& fecha) {
+    const Recordset filas = ctx.servidor().query(
+        "SELECT m.grupo AS ch, sum(m.monto * m.veces) AS venta, m.fecha, MAX(g.ch) AS chipico, "
+        "DATE_FORMAT(m.fecha, '%d-%m-%Y') AS fecha_inicio, DATE_FORMAT(m.fecha, '%d-%m-%Y') AS fecha_final, "
+        "sum(m.estatus = 1 or m.estatus = 2) AS cant_ganadores, sum(IF(m.estatus = 1 or m.estatus = 2, m.cobrado, 0)) "
+        "AS total_premios, sum(IF(m.estatus = 2, m.cobrado, 0)) AS premios_cobrados, sum(m.monto * m.veces) - "
+        "sum(IF(m.estatus = 1 or m.estatus = 2, m.cobrado, 0)) AS saldo FROM macuares m LEFT JOIN grupos g ON "
+        "g.grupo = m.grupo WHERE m.fecha = ? GROUP BY m.grupo, m.fecha ORDER BY chipico, m.grupo",
+        {fecha});
+    return reescribir(ctx.local(), "rpt_diario_mc", filas);
+}
+
 }  // namespace hipico

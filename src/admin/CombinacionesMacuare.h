@@ -23,4 +23,8 @@ QVector<CombinacionVendida> combinacionesDelDia(Context& ctx, const QString& fec
 // program's rsCombinaciones on it (AbrirRptMacuare); gives the rows written.
 long long llenarRptMacuare(Context& ctx, const QString& fecha);
 
+// Fills rpt_diario_mc with the day's Macuare per group (sales, winning
+// tickets, prizes, prizes paid, balance) for report kind 14; gives the rows written.
+long long llenarRptDiarioMC(Context& ctx, const QString& fecha);
+
 }  // namespace hipico

@@ -147,10 +147,11 @@ Form_Admin_MC::Form_Admin_MC(Context& ctx, QWidget* parent)
     auto* anular = boton(QStringLiteral("Anular Macuare"), QStringLiteral("Boton_Anular"));
     auto* pagar = boton(QStringLiteral("Pagar Boleto"), QStringLiteral("Boton_Pagar"));
     auto* combinaciones = boton(QStringLiteral("Combinaciones"), QStringLiteral("Boton_Combinaciones"));
+    auto* diario = boton(QStringLiteral("Resumen Diario"), QStringLiteral("Boton_Diario"));
     auto* fila = new QHBoxLayout;
     for (QWidget* w : std::initializer_list<QWidget*>{new QLabel(QStringLiteral("Grupo")), grupo_, clase_, buscar,
                                                       new QLabel(QStringLiteral("Boleto")), codigo_, pagar, anular,
-                                                      combinaciones})
+                                                      combinaciones, diario})
         fila->addWidget(w);
     fila->addStretch(1);
     boletos_ = tabla(QStringLiteral("Grilla_Boletos"),
@@ -184,6 +185,7 @@ Form_Admin_MC::Form_Admin_MC(Context& ctx, QWidget* parent)
         w->setAttribute(Qt::WA_DeleteOnClose);
         w->show();
     });
+    connect(diario, &QPushButton::clicked, this, [this] { Diario_Click(); });
     connect(fecha_, &QDateEdit::dateChanged, this, [this] { cargar(); });
     proteger([this] {
         for (const Row& r : ctx_.servidor().query("SELECT grupo FROM grupos ORDER BY grupo"))
@@ -278,6 +280,16 @@ void Form_Admin_MC::Buscar_Click() {
                              r.text("veces"),   dinero(ctx_, r.number("cobrado")),      r.text("estatus"),
                              r.text("taquilla"), r.text("grupo"),  r.text("nombre")};
     llenar(boletos_, filas);
+}
+
+bool Form_Admin_MC::Diario_Click() {
+    const auto n = intentar([this] { return llenarRptDiarioMC(ctx_, fecha()); });
+    if (!n) return false;
+    if (*n == 0) {
+        ctx_.dialogs.refuse(texto::TituloBusqueda, texto::SinRegistros);
+        return false;
+    }
+    return abrirReporte(ctx_, 14, {}, this) != nullptr;
 }
 
 QWidget* Form_Admin_MC::Express_Click() {

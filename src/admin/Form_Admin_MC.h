@@ -37,6 +37,8 @@ public:
     void Procesar_Click();
     void Buscar_Click();
     QWidget* Express_Click();
+    // The day's Macuare per group into rpt_diario_mc, report kind 14.
+    bool Diario_Click();
     QLineEdit* ganadores(int pierna) const { return ganadores_[pierna]; }
     QString fecha() const;
 

@@ -168,6 +168,9 @@ private slots:
         QCOMPARE(numberOf(env->db(), "SELECT procesado FROM macuare_dias WHERE fecha = ?", {fecha}), 1.0);
         QVERIFY(w.findChild<QLabel*>("liquidacion")->text().startsWith("VENTA: "));
         fotos(w, "form_Admin_MC");
+        // The day's summary per group, through the report launcher (kind 14).
+        QVERIFY(w.Diario_Click());
+        QVERIFY(numberOf(env->local(), "SELECT count(*) FROM rpt_diario_mc") > 0);
         // Again: asked first.
         env->dialogs.no();
         w.Procesar_Click();

@@ -279,6 +279,11 @@ private slots:
         QCOMPARE(textOf(env->local(), "SELECT concat_ws(':', v1, monto, veces, fecha, taquilla, ch) FROM rpt_macuare "
                                       "ORDER BY id_rpt LIMIT 1"),
                  "1:10:2:" + fechaVista(hoy) + ":LOS PINOS:LOS PINOS");
+        db().exec("UPDATE macuares SET estatus = 2, cobrado = 50 WHERE combinacion = '2-1-1-1-1-1-1'");
+        QCOMPARE(llenarRptDiarioMC(env->ctx, hoy), 2LL);
+        QCOMPARE(textOf(env->local(), "SELECT concat_ws(':', ch, chipico, venta, cant_ganadores, total_premios, "
+                                      "premios_cobrados, saldo, fecha_inicio) FROM rpt_diario_mc ORDER BY ch LIMIT 1"),
+                 "07:LOS PINOS:27:1:50:50:-23:" + fechaVista(hoy));
         VentaMacuare venta(env->ctx);
         QCOMPARE(venta.combinacionesDelDia(), 2LL);
         QCOMPARE(env->ctx.rs("rsCombinaciones").table(), QString("combinaciones_general"));
