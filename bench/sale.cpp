@@ -5,7 +5,12 @@
 //     10 s while the administrator closes the race half-way through:
 //     sales per second, p99, and the anomaly counts (duplicate codes, tickets
 //     committed after the close, tickets whose keys fail the payment check,
-//     horses sold past their quota), which must all be 0.
+//     horses sold past their quota), which must all be 0;
+//  3. the Macuare sale: one booth alone (median, p99), then 32 booths of one
+//     group selling twenty combinations whose quota runs out, the Macuare
+//     closed half-way: duplicate codes, combinations sold past their quota,
+//     register rows that disagree with their tickets and tickets after the
+//     close, which must all be 0.
 #include "BenchSupport.h"
 
 #include "core/Context.h"
@@ -14,6 +19,8 @@
 #include "schema/Demo.h"
 #include "sales/TicketKeys.h"
 #include "sales/VentaGanadores.h"
+#include "sales/VentaMacuare.h"
+#include "admin/ProcesoMacuare.h"
 
 #include <QApplication>
 #include <QDir>
@@ -50,8 +57,11 @@ Session sesionDe(Context& ctx, const QString& usuario) {
     return s;
 }
 
-struct Cabina {
-    Cabina(const Config& c, const Session& s, const QString& puerto) : ctx(c, dialogs, reloj), venta(ctx) {
+// A booth of its own: its own connection, the session, tickets printed as raw
+// lines to a file port; the sale logic of the game it sells.
+template <class Venta>
+struct CabinaDe {
+    CabinaDe(const Config& c, const Session& s, const QString& puerto) : ctx(c, dialogs, reloj), venta(ctx) {
         ctx.cnServidor = Db::open(cadenaServidor(c));
         ctx.session = s;
         ctx.session.confLocal.impresion = 1;
@@ -60,8 +70,155 @@ struct Cabina {
     Contador dialogs;
     SystemClock reloj;
     Context ctx;
-    VentaGanadores venta;
+    Venta venta;
 };
+using Cabina = CabinaDe<VentaGanadores>;
+using CabinaMC = CabinaDe<VentaMacuare>;
+
+constexpr int kCabinas = 32;
+constexpr double kSegundos = 10.0;
+
+// What booths selling at once for kSegundos made, the pool closed half-way.
+struct Tanda {
+    double abierta = 0;       // seconds until the close
+    double esperaCierre = 0;  // microseconds the close waited
+    long long ultimo = 0;     // the last ticket number when the close returned
+    long ventas = 0, rechazos = 0, vendidasTrasCierre = 0;
+    std::vector<double> latencias;
+};
+
+// Each booth sells with `vender(booth, random)` (true: sold) until the time
+// is up; half-way `cerrar` closes the pool and gives the last ticket number.
+Tanda correrTanda(const std::function<bool(int, QRandomGenerator&)>& vender, const std::function<long long()>& cerrar,
+                  unsigned semilla) {
+    std::atomic<bool> fin{false}, cerrada{false};
+    std::atomic<long> trasCierre{0};
+    std::vector<std::vector<double>> latencias(kCabinas);
+    std::vector<long> ventas(kCabinas, 0), rechazos(kCabinas, 0);
+    std::vector<std::thread> hilos;
+    const auto inicio = bench::Clock::now();
+    for (int i = 0; i < kCabinas; ++i)
+        hilos.emplace_back([&, i] {
+            QRandomGenerator azar(semilla + i);
+            while (!fin) {
+                const bool despues = cerrada;
+                const auto t0 = bench::Clock::now();
+                const bool vendida = vender(i, azar);
+                const double us = microsSince(t0);
+                if (!vendida) {
+                    ++rechazos[i];
+                    continue;
+                }
+                latencias[i].push_back(us);
+                ++ventas[i];
+                if (despues) ++trasCierre;
+            }
+        });
+    std::this_thread::sleep_for(std::chrono::duration<double>(kSegundos / 2));
+    Tanda t;
+    const auto antesCierre = bench::Clock::now();
+    t.ultimo = cerrar();
+    t.esperaCierre = microsSince(antesCierre);
+    cerrada = true;
+    t.abierta = microsSince(inicio) / 1e6;
+    std::this_thread::sleep_for(std::chrono::duration<double>(kSegundos / 2));
+    fin = true;
+    for (auto& h : hilos) h.join();
+    for (int i = 0; i < kCabinas; ++i) {
+        t.latencias.insert(t.latencias.end(), latencias[i].begin(), latencias[i].end());
+        t.ventas += ventas[i];
+        t.rechazos += rechazos[i];
+    }
+    t.vendidasTrasCierre = trasCierre;
+    return t;
+}
+
+PedidoMacuare jugadaMC(QRandomGenerator& azar, int combinaciones) {
+    // One of `combinaciones` (at most 36^2) combinations: horses 1 to 6 of each leg, the first two legs
+    // telling them apart.
+    const int k = int(azar.bounded(combinaciones));
+    PedidoMacuare p;
+    p.piernas << QString::number(1 + k % 6) << QString::number(1 + (k / 6) % 6);
+    for (int i = 2; i < 7; ++i) p.piernas << QString::number(1 + (k / 36 + i) % 6);
+    p.monto = QString::number(1 + azar.bounded(5));
+    p.veces = QString::number(1 + azar.bounded(2));
+    p.nombre = QStringLiteral("CLIENTE");
+    return p;
+}
+
+bool ventaMacuare(const Config& c, Context& base, QTemporaryDir& puertos) {
+    Db& db = base.servidor();
+    cargarDemoMacuare(db, QDate::currentDate());
+    db.exec("DELETE FROM macuares");
+    db.exec("DELETE FROM combinaciones_general");
+    db.exec("UPDATE grupos SET apuesta_max_mc = 0, cupo_mc = 0, veces_mc = 10");
+    const Session sesion = sesionDe(base, "taquilla2");
+    const QString fecha = sesion.fecha;
+    {
+        CabinaMC cabina(c, sesion, puertos.filePath("mc.prn"));
+        QRandomGenerator azar(99);
+        std::vector<double> t;
+        for (int k = 0; k < 3200; ++k) {
+            const auto t0 = bench::Clock::now();
+            const auto r = cabina.venta.vender(jugadaMC(azar, 5000));
+            if (k >= 200) t.push_back(microsSince(t0));
+            if (!r.vendido) {
+                std::printf("venta de macuare rechazada en la prueba de una taquilla\n");
+                return false;
+            }
+        }
+        std::printf("Macuare, one booth: %zu sales (ticket printed to a file port), median %.0f us, p99 %.0f us\n",
+                    t.size(), percentile(t, 50), percentile(t, 99));
+    }
+    db.exec("DELETE FROM macuares");
+    db.exec("DELETE FROM combinaciones_general");
+    constexpr double kCupo = 600;
+    db.exec("UPDATE grupos SET cupo_mc = ?", {kCupo});
+
+    std::vector<std::unique_ptr<CabinaMC>> cabinas;
+    for (int i = 0; i < kCabinas; ++i)
+        cabinas.push_back(std::make_unique<CabinaMC>(c, sesion, puertos.filePath(QString("mc%1.prn").arg(i))));
+    Contador da;
+    SystemClock ra;
+    Context admin(c, da, ra);
+    admin.cnServidor = Db::open(cadenaServidor(c));
+    const Tanda t = correrTanda(
+        [&](int i, QRandomGenerator& azar) { return cabinas[i]->venta.vender(jugadaMC(azar, 20)).vendido; },
+        [&] {
+            ProcesoMacuare(admin).abrir(fecha, false);
+            return Row::toInteger(admin.servidor().scalar("SELECT coalesce(max(numero),0) FROM macuares"));
+        },
+        777);
+    Db& a = admin.servidor();
+    const long long duplicados = Row::toInteger(a.scalar("SELECT count(*) - count(distinct boleto) FROM macuares"));
+    const long long trasCierre = Row::toInteger(a.scalar("SELECT count(*) FROM macuares WHERE numero > ?", {t.ultimo}));
+    const long long excedidas = Row::toInteger(
+        a.scalar("SELECT count(*) FROM (SELECT combinacion, grupo FROM macuares GROUP BY combinacion, grupo HAVING "
+                 "sum(monto * veces) > ? + 0.001) x",
+                 {kCupo}));
+    const long long llenas = Row::toInteger(
+        a.scalar("SELECT count(*) FROM (SELECT combinacion FROM macuares GROUP BY combinacion HAVING "
+                 "sum(monto * veces) > ? - 10) x",
+                 {kCupo}));
+    const long long registro = Row::toInteger(
+        a.scalar("SELECT count(*) FROM combinaciones_general c LEFT JOIN (SELECT combinacion, fecha, sum(monto * veces) "
+                 "AS v FROM macuares GROUP BY combinacion, fecha) t ON t.combinacion = c.combinacion AND t.fecha = "
+                 "c.fecha WHERE abs(c.monto - COALESCE(t.v, 0)) > 0.001"));
+    std::printf("Macuare, 32 booths of one group on 20 combinations (quota %.0f each), open %.1f s then closed: %ld "
+                "sales (%.0f per second), median %.0f us, p99 %.0f us; %ld refusals (%lld combinations filled, then "
+                "the close)\n",
+                kCupo, t.abierta, t.ventas, t.ventas / t.abierta, percentile(t.latencias, 50), percentile(t.latencias, 99),
+                t.rechazos, llenas);
+    std::printf("Macuare close waited %.0f us for the sales in flight\n", t.esperaCierre);
+    std::printf("Macuare duplicate ticket codes: %lld\n", duplicados);
+    std::printf("Macuare combinations sold past their quota: %lld\n", excedidas);
+    std::printf("Macuare register rows that disagree with their tickets: %lld\n", registro);
+    std::printf("Macuare tickets committed after the close: %lld (sales reported after it: %ld)\n", trasCierre,
+                t.vendidasTrasCierre);
+    const bool ok = duplicados == 0 && excedidas == 0 && registro == 0 && trasCierre == 0 && t.vendidasTrasCierre == 0;
+    std::printf("%s\n", ok ? "Macuare anomalies: none" : "MACUARE ANOMALIES FOUND");
+    return ok;
+}
 
 }  // namespace
 
@@ -106,63 +263,27 @@ int main(int argc, char** argv) {
     base.servidor().exec("DELETE FROM ma_principal");
 
     // 2. Thirty-two booths on the same race; the race is closed half-way.
-    constexpr int kCabinas = 32;
-    constexpr double kSegundos = 10.0;
     std::vector<std::unique_ptr<Cabina>> cabinas;
     for (int i = 0; i < kCabinas; ++i)
         cabinas.push_back(std::make_unique<Cabina>(c, sesion, puertos.filePath(QString("c%1.prn").arg(i))));
-    std::atomic<bool> fin{false};
-    std::atomic<bool> cerrada{false};
-    std::atomic<long> vendidasTrasCierre{0};
-    std::vector<std::vector<double>> latencias(kCabinas);
-    std::vector<long> ventas(kCabinas, 0), rechazos(kCabinas, 0);
-    std::vector<std::thread> hilos;
-    const auto inicio = bench::Clock::now();
-    for (int i = 0; i < kCabinas; ++i) {
-        hilos.emplace_back([&, i] {
-            QRandomGenerator azar(1234 + i);
-            Cabina& cab = *cabinas[i];
-            while (!fin) {
-                const bool despues = cerrada;
-                const QString caballo = QString::number(1 + azar.bounded(8));
-                const QString monto = QString::number(1 + azar.bounded(5));
-                const auto t0 = bench::Clock::now();
-                const auto r = cab.venta.procesarVenta("1", caballo, monto);
-                const double us = microsSince(t0);
-                if (r.resultado == VentaGanadores::Resultado::Vendido) {
-                    latencias[i].push_back(us);
-                    ++ventas[i];
-                    if (despues) ++vendidasTrasCierre;
-                } else {
-                    ++rechazos[i];
-                }
-            }
-        });
-    }
-    std::this_thread::sleep_for(std::chrono::duration<double>(kSegundos / 2));
     auto admin = Db::open(cadenaServidor(c));
-    const auto antesCierre = bench::Clock::now();
-    admin->exec("update carreras set estado_puestos='0',venta='0' Where carrera = ? and fecha = ? and id_hipodromo = ? ",
-                {1, fecha, 1});
-    const double esperaCierre = microsSince(antesCierre);
-    const long long ultimo = Row::toInteger(admin->scalar("SELECT coalesce(max(numero),0) FROM ma_principal"));
-    cerrada = true;
-    const double abierta = microsSince(inicio) / 1e6;
-    std::this_thread::sleep_for(std::chrono::duration<double>(kSegundos / 2));
-    fin = true;
-    for (auto& h : hilos) h.join();
-
-    std::vector<double> todas;
-    long totalVentas = 0, totalRechazos = 0;
-    for (int i = 0; i < kCabinas; ++i) {
-        todas.insert(todas.end(), latencias[i].begin(), latencias[i].end());
-        totalVentas += ventas[i];
-        totalRechazos += rechazos[i];
-    }
+    const Tanda t = correrTanda(
+        [&](int i, QRandomGenerator& azar) {
+            const QString caballo = QString::number(1 + azar.bounded(8));
+            const QString monto = QString::number(1 + azar.bounded(5));
+            return cabinas[i]->venta.procesarVenta("1", caballo, monto).resultado == VentaGanadores::Resultado::Vendido;
+        },
+        [&] {
+            admin->exec("update carreras set estado_puestos='0',venta='0' Where carrera = ? and fecha = ? and "
+                        "id_hipodromo = ? ",
+                        {1, fecha, 1});
+            return Row::toInteger(admin->scalar("SELECT coalesce(max(numero),0) FROM ma_principal"));
+        },
+        1234);
     Db& db = *admin;
     const long long duplicados =
         Row::toInteger(db.scalar("SELECT count(*) - count(distinct nu_boleto) FROM ma_principal"));
-    const long long trasCierre = Row::toInteger(db.scalar("SELECT count(*) FROM ma_principal WHERE numero > ?", {ultimo}));
+    const long long trasCierre = Row::toInteger(db.scalar("SELECT count(*) FROM ma_principal WHERE numero > ?", {t.ultimo}));
     long long llavesMalas = 0;
     const Recordset boletos = db.query("SELECT * FROM ma_principal");
     for (const Row& b : boletos)
@@ -175,15 +296,16 @@ int main(int argc, char** argv) {
 
     std::printf("32 booths, race open %.1f s then closed: %ld sales (%.0f per second), median %.0f us, p99 %.0f us; "
                 "%ld refusals (quota of horse 8, then the closed race)\n",
-                abierta, totalVentas, totalVentas / abierta, percentile(todas, 50), percentile(todas, 99),
-                totalRechazos);
-    std::printf("close statement waited %.0f us for the sales in flight\n", esperaCierre);
+                t.abierta, t.ventas, t.ventas / t.abierta, percentile(t.latencias, 50), percentile(t.latencias, 99),
+                t.rechazos);
+    std::printf("close statement waited %.0f us for the sales in flight\n", t.esperaCierre);
     std::printf("duplicate ticket codes: %lld\n", duplicados);
     std::printf("tickets committed after the close: %lld (sales reported after it: %ld)\n", trasCierre,
-                vendidasTrasCierre.load());
+                t.vendidasTrasCierre);
     std::printf("tickets whose keys fail the payment check: %lld of %d\n", llavesMalas, boletos.size());
     std::printf("horses sold past their quota: %lld (horse 8: %.0f of 400 units)\n", excedidos, cab8);
-    const bool ok = duplicados == 0 && trasCierre == 0 && vendidasTrasCierre == 0 && llavesMalas == 0 && excedidos == 0;
+    const bool ok = duplicados == 0 && trasCierre == 0 && t.vendidasTrasCierre == 0 && llavesMalas == 0 && excedidos == 0;
     std::printf("%s\n", ok ? "anomalies: none" : "ANOMALIES FOUND");
-    return ok ? 0 : 1;
+    const bool okMacuare = ventaMacuare(c, base, puertos);
+    return ok && okMacuare ? 0 : 1;
 }

@@ -1,5 +1,7 @@
 #include "admin/BoletosEscritorio.h"
 
+#include "admin/ProcesoMacuare.h"
+
 #include "core/Context.h"
 #include "core/Formato.h"
 #include "core/Textos.h"
@@ -161,35 +163,7 @@ bool BoletosEscritorio::renumerar(long long numero) {
     });
 }
 
-bool BoletosEscritorio::anularMacuare() {
-    const QString titulo = QStringLiteral("ANULACION DE MACUARES");
-    return guardado([&] {
-        const auto codigo =
-            ctx_.dialogs.ask(titulo, QStringLiteral("INGRESE EL CODIGO DEL BOLETO DEL MACUARE"));
-        if (!codigo || codigo->trimmed().isEmpty()) return false;
-        Db& d = db();
-        QString negado;
-        d.inTransaction([&] {
-            const Recordset rs = d.query("SELECT * FROM macuares Where boleto= ? FOR UPDATE", {codigo->trimmed()});
-            if (rs.empty() || estatusDe(rs.first()) != Estatus::Vendido) {
-                negado = texto::BoletoNoAnulable;
-                return;
-            }
-            // Once the combination's sale is closed its tickets stay.
-            if (Row::toInteger(d.scalar("SELECT venta_macuare FROM configuracion")) == 0) {
-                negado = texto::CarreraCerradaSinCambios;
-                return;
-            }
-            d.exec("delete from  macuares  Where boleto = ? limit 1", {codigo->trimmed()});
-        });
-        if (!negado.isEmpty()) {
-            ctx_.dialogs.refuse(titulo, negado);
-            return false;
-        }
-        ctx_.dialogs.inform(titulo, texto::BoletoAnulado);
-        return true;
-    });
-}
+bool BoletosEscritorio::anularMacuare() { return ProcesoMacuare(ctx_).anularBoleto(); }
 
 // ---------------------------------------------------------------- audit
 

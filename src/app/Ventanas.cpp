@@ -1,5 +1,6 @@
 #include "app/Ventanas.h"
 
+#include "admin/Form_Admin_MC.h"
 #include "admin/Form_Admin_Win.h"
 #include "core/WindowRegistry.h"
 #include "masterdata/Form_Hipicos.h"
@@ -14,6 +15,7 @@
 #include "sales/Form_ConfImpresion.h"
 #include "sales/Form_IngresoJugadas.h"
 #include "sales/Form_RPT_CuadreTaqWIn.h"
+#include "sales/Form_Venta_MC.h"
 #include "sales/Form_Venta_WIN.h"
 #include "subastas/Form_Admin_Remate.h"
 #include "subastas/Form_RptSubasta_Fechas.h"
@@ -40,6 +42,10 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("tipos_operacion_menu",
                  [](Context& ctx, QWidget* menu) { return new Form_TablaDeNombres(ctx, kTiposOperacion, menu); });
     registro.add("CT_ADMIN_MENU", [](Context& ctx, QWidget* menu) { return new Form_RPT_CuadreTaqWIn(ctx, menu); });
+    // Macuare: the sale, its administration and its display screen.
+    registro.add("macuare_menu", [](Context& ctx, QWidget* menu) { return new Form_Venta_MC(ctx, menu); });
+    registro.add("admin_mc", [](Context& ctx, QWidget* menu) { return new Form_Admin_MC(ctx, menu); });
+    registro.add("mc_pantalla", [](Context& ctx, QWidget* menu) { return new Form_Pant_MC(ctx, menu); });
     // Auctions: every board under its own name, the winner and the report by dates.
     for (const DisenoSubasta& d : disenosSubasta())
         registro.add(d.nombre, [&d](Context& ctx, QWidget* menu) { return new Form_Subasta(ctx, d, menu); });

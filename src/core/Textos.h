@@ -72,6 +72,8 @@ inline const QString BoletoNoAnulableProcesada =
     QStringLiteral("EL BOLETO NO SE PUEDE ANULAR, LA CARRERA YA FUE PROCESADA");
 inline const QString BoletoAnulado = QStringLiteral("BOLETO ANULADO CON EXITO");
 inline const QString BoletoModificado = QStringLiteral("BOLETO MODIFICADO CON EXITO");
+inline const QString TituloAnulacionMacuares = QStringLiteral("ANULACION DE MACUARES");
+inline const QString ColocarCaballoValido = QStringLiteral("DEBE COLOCAR UN Nº CABALLO VALIDO");
 
 }  // namespace texto
 

@@ -102,7 +102,8 @@ const FuenteJuego& fuenteTablaFija() {
     return j;
 }
 const FuenteJuego& fuenteMacuare() {
-    static const FuenteJuego j{"macuares", "ventas_mc", "ventas_mc_general", "", "monto", false};
+    // A Macuare ticket costs its amount times its veces.
+    static const FuenteJuego j{"macuares", "ventas_mc", "ventas_mc_general", "", "monto * t.veces", false};
     return j;
 }
 const FuenteJuego& fuentePuestos() {

@@ -288,6 +288,7 @@ ResultadoAnulacion anular(Db& db, const Juego& juego, long long numero, const Re
         insertar(db, juego.anotacion(*b, motivo, usuario, Estatus::Anulado));
         // By the key alone, as the row was locked (see cobrar).
         db.exec(sql({"delete from  ", juego.tabla, "  Where numero = ? limit 1 "}), {numero});
+        if (juego.alAnular) juego.alAnular(db, *b);
         return ResultadoAnulacion::Anulado;
     });
 }

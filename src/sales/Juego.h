@@ -78,6 +78,8 @@ struct Juego {
     // A ticket whose race no longer sells (its pool closed), for the setting
     // that keeps a booth from voiding it.
     std::function<bool(Db& db, const Row& boleto)> ventaCerrada;
+    // What else a void undoes, in its transaction once the ticket is gone (unset: nothing).
+    std::function<void(Db& db, const Row& boleto)> alAnular;
 
     const Pagable* pagable(Estatus e) const;
 };

@@ -17,12 +17,15 @@ QString montoJugado(const DatosBoleto& b) {
     return QStringLiteral("MONTO JUGADO: ") + textoUnidades(b.ganadores) + QStringLiteral("  Ganadores");
 }
 
-// Told when a sold ticket does not come out of the printer.
+}  // namespace
+
 QString noImpreso(const QString& codigo) {
     return QStringLiteral("EL BOLETO %1 QUEDÓ VENDIDO, PERO NO SE PUDO IMPRIMIR.\n"
                           "PULSE F9 PARA IMPRIMIR UNA COPIA.")
         .arg(codigo);
 }
+
+namespace {
 
 void datosEmpresa(QStringList& l, const DatosBoleto& b) {
     if (!b.imprimirDatos) return;
@@ -132,9 +135,9 @@ Impreso resumenVentas(const DatosResumen& r, bool grafico) {
     const TotalesDia& t = r.totales;
     QStringList l;
     if (grafico) {
-        l << QStringLiteral("                  GANADORES ---") << QStringLiteral("          RESUMEN DE VENTAS") << linea;
+        l << r.encabezadoGrafico << QStringLiteral("          RESUMEN DE VENTAS") << linea;
     } else {
-        l << QStringLiteral("--- VENTA DE GANADORES ---") << QStringLiteral("RESUMEN DE VENTAS");
+        l << r.encabezado << QStringLiteral("RESUMEN DE VENTAS");
     }
     l << QStringLiteral("CENTRO HIPICO ") + r.centro;
     l << QStringLiteral("TAQUILLA ") + r.taquilla;

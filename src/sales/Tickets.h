@@ -33,6 +33,8 @@ struct DatosBoleto {
     QString rif;
 };
 
+// Told when a sold ticket does not come out of the printer.
+QString noImpreso(const QString& codigo);
 // The ticket of a sale.
 Impreso ticketVenta(const DatosBoleto& b, bool grafico);
 // A ticket printed again: "COPIA" and the time of the reprint above its
@@ -91,6 +93,9 @@ struct DatosResumen {
     TotalesDia totales;
     QVector<GanadorCarrera> ganadores;
     bool enDolares = false;
+    // The game's heading (raw and graphic modes).
+    QString encabezado = QStringLiteral("--- VENTA DE GANADORES ---");
+    QString encabezadoGrafico = QStringLiteral("                  GANADORES ---");
 };
 // The printed "RESUMEN DE VENTAS".
 Impreso resumenVentas(const DatosResumen& r, bool grafico);

@@ -7,6 +7,7 @@
 #include "schema/Escritores.h"
 
 #include <QStringList>
+#include <QTime>
 
 namespace hipico {
 
@@ -217,6 +218,53 @@ void cargarDemoSemana(Db& db, const QDate& hoy) {
                         "'%Y-%m-%d') AS fecha, (800 + 37 * s.seq + 13 * g.id_grupo) * ? AS venta, 0.45 + "
                         "MOD(s.seq * g.id_grupo, 5) / 20 AS f FROM grupos g, seq_1_to_7 s) a) b",
                     {fecha, QString::fromLatin1(tabla) == QLatin1String("ventas_tf_general") ? 0.4 : 1.0});
+    });
+}
+
+void cargarDemoMacuare(Db& db, const QDate& hoy) {
+    const QString fecha = fechaSql(hoy);
+    db.inTransaction([&] {
+        db.exec("INSERT INTO macuare_dias (fecha, id_hipodromo, carrera1, porcentaje_casa) VALUES (?, 1, 1, 20)",
+                {fecha});
+        db.exec("UPDATE configuracion SET venta_macuare = 1");
+        db.exec("UPDATE carreras SET venta_mc = 1 WHERE fecha = ? AND id_hipodromo = 1 AND carrera BETWEEN 1 AND 7",
+                {fecha});
+        db.exec("UPDATE grupos SET veces_mc = 10, apuesta_max_mc = 1000, cupo_mc = 2000");
+        const char* const nombres[] = {"JOSÉ PÉREZ", "MARÍA D'ALESSANDRO", "LUIS GARCÍA", "ANA MUÑOZ", "PEDRO ROJAS"};
+        struct Taquilla {
+            const char* grupo;
+            const char* ch;
+            const char* subgrupo;
+        };
+        const Taquilla taquillas[] = {{"07", "LOS PINOS", "S1"}, {"08", "LOS PINOS", "S1"}, {"12", "MARACAY", "S2"}};
+        for (int t = 0; t < 40; ++t) {
+            const Taquilla& q = taquillas[t % 3];
+            BoletoMacuare b;
+            b.fecha = fecha;
+            b.hora = QTime(9, 0).addSecs(t * 97).toString("hh:mm:ss");
+            b.monto = 10.0 * (1 + t % 4);
+            b.veces = 1 + t % 3;
+            QStringList picks;
+            for (int i = 0; i < 7; ++i) {
+                b.v[i] = 1 + (t * (i + 3) + i) % 6;
+                picks << QString::number(b.v[i]);
+            }
+            b.nombre = nombres[t % 5];
+            b.grupo = q.grupo;
+            b.subgrupo = q.subgrupo;
+            b.taquilla = q.ch;
+            b.combinacion = picks.join('-');
+            const long long numero = insertar(db, b.insercion());
+            db.exec("UPDATE macuares SET boleto = CONCAT('5', DATE_FORMAT(fecha, '%m%d'), numero) WHERE numero = ?",
+                    {numero});
+            const double costo = b.monto * double(b.veces);
+            if (db.exec("UPDATE combinaciones_general SET estatus = 1, monto = monto + ? WHERE combinacion = ? AND "
+                        "fecha = ?",
+                        {costo, b.combinacion, fecha}) == 0)
+                insertar(db, combinacionNueva(b.combinacion, fecha, costo));
+        }
+        // The first two legs are run.
+        db.exec("INSERT INTO caballos_ganadores (fecha, c1_1, c2_1) VALUES (?, 4, 6)", {fecha});
     });
 }
 

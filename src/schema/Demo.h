@@ -32,6 +32,10 @@ void cargarDemo(Db& central, const QDate& hoy);
 // and fixed-table games, so the weekly reports show something. Kept apart
 // from the demo day for the same reason.
 void cargarDemoSemana(Db& central, const QDate& hoy);
+// The demo's Macuare: the legs are races 1 to 7 of LA RINCONADA, open for
+// sale, with the groups' Macuare limits, forty tickets of the day from the
+// booths of LOS PINOS and MARACAY, and the winners of the first two legs.
+void cargarDemoMacuare(Db& central, const QDate& hoy);
 const QVector<DemoUsuario>& usuariosDemoSubastas();
 void cargarDemoSubastas(Db& central, const QDate& hoy);
 // The betting centres of the demo, and tomorrow's race card, on the

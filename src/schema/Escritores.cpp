@@ -81,6 +81,25 @@ Insercion AnotacionBitacora::insercion() const {
         "motivo", motivo)("usuario", usuario)("estatus", estatus);
 }
 
+Insercion BoletoMacuare::insercion() const {
+    return Insercion("macuares")("boleto", "")("fecha", fecha)("hora", hora)("monto", monto)("veces", veces)(
+        "v1", v[0])("v2", v[1])("v3", v[2])("v4", v[3])("v5", v[4])("v6", v[5])("v7", v[6])("nombre", nombre)(
+        "grupo", grupo)("subgrupo", subgrupo)("taquilla", taquilla)("combinacion", combinacion)("estatus", 0)(
+        "confirmacion", 0)("cobrado", 0.0)("fecha_cobro", "0")("ficha", ficha.isEmpty() ? SqlValue() : SqlValue(ficha));
+}
+
+Insercion anotacionMacuare(const Row& b, const QString& motivo, const QString& usuario, int estatus) {
+    return Insercion("bitacora_mc")("numero", b.integer("numero"))("boleto", b.text("boleto"))("fecha", b.text("fecha"))(
+        "hora", b.text("hora"))("monto", b.number("monto"))("veces", b.integer("veces"))(
+        "combinacion", b.text("combinacion"))("nombre", b.text("nombre"))("grupo", b.text("grupo"))(
+        "taquilla", b.text("taquilla"))("cobrado", b.number("cobrado"))("estatus", estatus)("motivo", motivo)(
+        "usuario", usuario);
+}
+
+Insercion combinacionNueva(const QString& combinacion, const QString& fecha, double monto) {
+    return Insercion("combinaciones_general")("combinacion", combinacion)("fecha", fecha)("estatus", 0)("monto", monto);
+}
+
 Insercion Descarga::insercion() const {
     return Insercion("descargas")("fecha", fecha)("hora", hora)("ch", ch)("grupo", grupo)("carrera", carrera)(
         "caballo", caballo)("ganadores", ganadores)("cobrado", cobrado);

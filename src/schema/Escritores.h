@@ -133,6 +133,23 @@ struct FilaRemate {
     double porcentaje = 0;
     Insercion insercion() const;
 };
+// macuares: a Macuare ticket as the sale writes it (picks v1..v7 in leg
+// order, the combination text they make); its code is written once its
+// number is known. `ficha` is the booth's sale token (NULL when empty).
+struct BoletoMacuare {
+    QString fecha, hora;
+    double monto = 0;
+    long long veces = 1;
+    long long v[7] = {0, 0, 0, 0, 0, 0, 0};
+    QString nombre, grupo, subgrupo, taquilla, combinacion;
+    QString ficha;
+    Insercion insercion() const;
+};
+// bitacora_mc: a Macuare ticket as its audit log keeps it, with the status
+// it was given (5 voided), the reason and the user.
+Insercion anotacionMacuare(const Row& boleto, const QString& motivo, const QString& usuario, int estatus);
+// combinaciones_general: the first sale of a combination on a day, and its amount.
+Insercion combinacionNueva(const QString& combinacion, const QString& fecha, double monto);
 // Rows of one table in one statement: "INSERT INTO `t` VALUES (NULL,...),(NULL,...);".
 // Gives the rows written.
 long long insertarFilas(Db& db, const std::vector<Insercion>& filas);

@@ -467,7 +467,11 @@ CREATE TABLE `macuares` (
   KEY `ix_macuares_boleto` (`boleto`),
   KEY `ix_macuares_combinacion` (`combinacion`, `fecha`, `grupo`),
   KEY `ix_macuares_taquilla` (`taquilla`, `numero`),
-  KEY `ix_macuares_fecha` (`fecha`, `grupo`)
+  KEY `ix_macuares_fecha` (`fecha`, `grupo`),
+  -- The settlement of a day: its due and paid tickets and the groups' sums
+  -- read from the index alone; the tickets that hit the legs found by their picks.
+  KEY `ix_macuares_estatus` (`fecha`, `estatus`, `grupo`, `monto`, `veces`, `cobrado`),
+  KEY `ix_macuares_piernas` (`fecha`, `v1`, `v2`, `v3`, `v4`, `v5`, `v6`, `v7`)
 ) ENGINE=InnoDB AUTO_INCREMENT=1000 DEFAULT CHARSET=utf8mb4;
 
 -- Combination tickets of kept days: own key, then the columns of macuares.
@@ -509,7 +513,49 @@ CREATE TABLE `combinaciones_general` (
   `estatus` INT NOT NULL DEFAULT 0,
   `monto` DOUBLE NOT NULL DEFAULT 0,
   PRIMARY KEY (`id_combinacion`),
-  KEY `ix_combinaciones_combinacion` (`combinacion`, `fecha`)
+  UNIQUE KEY `ux_combinaciones_combinacion` (`combinacion`, `fecha`)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- The Macuare of a day: its seven legs (races carrera1 .. carrera1 + 6 of the
+-- track), the house share of its sales, and what its settlement found: the
+-- amount carried in from the last settled day, the pool, the winning tickets,
+-- and the pool carried to the next day when no ticket hit every leg.
+-- Sales share-lock the row; opening, closing and settling lock it.
+CREATE TABLE `macuare_dias` (
+  `id` INT NOT NULL AUTO_INCREMENT,
+  `fecha` VARCHAR(10) NOT NULL DEFAULT '',
+  `id_hipodromo` INT NOT NULL DEFAULT 0,
+  `carrera1` INT NOT NULL DEFAULT 1,
+  `porcentaje_casa` DOUBLE NOT NULL DEFAULT 20,
+  `arrastre` DOUBLE NOT NULL DEFAULT 0,
+  `venta` DOUBLE NOT NULL DEFAULT 0,
+  `pozo` DOUBLE NOT NULL DEFAULT 0,
+  `boletos_ganadores` INT NOT NULL DEFAULT 0,
+  `arrastre_siguiente` DOUBLE NOT NULL DEFAULT 0,
+  `procesado` INT NOT NULL DEFAULT 0,
+  PRIMARY KEY (`id`),
+  UNIQUE KEY `ux_macuare_dias_fecha` (`fecha`)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- Audit log of voided Macuare tickets: the ticket's columns, the reason and the user.
+CREATE TABLE `bitacora_mc` (
+  `id` INT NOT NULL AUTO_INCREMENT,
+  `numero` INT NOT NULL DEFAULT 0,
+  `boleto` VARCHAR(25) NOT NULL DEFAULT '',
+  `fecha` VARCHAR(10) NOT NULL DEFAULT '',
+  `hora` VARCHAR(15) NOT NULL DEFAULT '',
+  `monto` DOUBLE NOT NULL DEFAULT 0,
+  `veces` INT NOT NULL DEFAULT 1,
+  `combinacion` VARCHAR(60) NOT NULL DEFAULT '',
+  `nombre` VARCHAR(100) NOT NULL DEFAULT '',
+  `grupo` VARCHAR(10) NOT NULL DEFAULT '',
+  `taquilla` VARCHAR(45) NOT NULL DEFAULT '',
+  `cobrado` DOUBLE NOT NULL DEFAULT 0,
+  `estatus` INT NOT NULL DEFAULT 0,
+  `motivo` VARCHAR(255) NOT NULL DEFAULT '',
+  `usuario` VARCHAR(45) NOT NULL DEFAULT '',
+  PRIMARY KEY (`id`),
+  KEY `ix_bitacora_mc_fecha` (`fecha`, `taquilla`, `estatus`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
 -- Winning horses of the combination legs (up to three per leg in a dead heat).

@@ -26,7 +26,8 @@ const JuegoDelDia kJuegos[] = {
      "COALESCE(SUM(t.ganadores), 0) * (SELECT IF(MAX(x.valor_ganador) > 0, MAX(x.valor_ganador), "
      "(SELECT valor_ganador FROM configuracion LIMIT 1)) FROM grupos x WHERE x.grupo = g.grupo)"},
     {"TABLA FIJA", "tablafija", "ventas_tf", "ventas_tf_general", "COALESCE(SUM(t.monto), 0)"},
-    {"MACUARE", "macuares", "ventas_mc", "ventas_mc_general", "COALESCE(SUM(t.monto), 0)"},
+    // A Macuare ticket costs its amount times its veces.
+    {"MACUARE", "macuares", "ventas_mc", "ventas_mc_general", "COALESCE(SUM(t.monto * t.veces), 0)"},
 };
 
 std::string tabla(const char* nombre) { return std::string("`") + nombre + "`"; }

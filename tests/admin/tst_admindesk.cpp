@@ -543,6 +543,9 @@ private slots:
         db().exec("INSERT INTO macuares (boleto, fecha, monto, estatus) VALUES ('51123100', ?, 10, 0), "
                   "('51123101', ?, 10, 2)",
                   {fecha, fecha});
+        // The day's Macuare: its first leg open for sale.
+        db().exec("INSERT IGNORE INTO macuare_dias (fecha) VALUES (?)", {fecha});
+        db().exec("UPDATE carreras SET venta_mc = 1 WHERE fecha = ? AND carrera = 1", {fecha});
         db().exec("UPDATE configuracion SET venta_macuare = 1");
         Seleccion a = admin(1);
         dlg().type("51123101");

@@ -66,6 +66,9 @@ const QVector<Caso>& casos() {
         {"Form_SubastaINT_2T", "Form_SubastaINT_2T", "remate", "carrera", true},
         {"Form_Admin_Remate", "winremate_menu", "remate", "carrera", true},
         {"Form_RptSubasta_Fechas", "control61", "admin", "desde", true},
+        {"form_Venta_MC", "macuare_menu", "taquilla2", "Text_datos0", false},
+        {"form_Admin_MC", "admin_mc", "admin", "Text_ganador1", true},
+        {"Form_Pant_MC", "mc_pantalla", "admin", "", true},
     };
     static const QVector<Caso> conReportes = [] {
         QVector<Caso> v = todos;
@@ -135,6 +138,8 @@ const QVector<Fallo>& fallos() {
              QTest::keyClick(w->findChild<QWidget*>("Text_Bus2"), Qt::Key_Return);
          },
          false, "clientes"},
+        {"form_Venta_MC", "DROP TABLE macuares", false, [](QWidget* w) { QTest::keyClick(w, Qt::Key_F8); }, false,
+         "macuares"},
         {"frmLogin", "DROP TABLE usuarios", false,
          [](QWidget* w) {
              escribir(w, "txtUserName", "admin");

@@ -94,9 +94,11 @@ inline void empezarDia(TestEnv& env, const QString& puerto) {
 }
 
 // A booth of its own: its own connection, dialogs and clock, the same
-// session as the test's booth (for threads: one per thread).
-struct Taquilla {
-    explicit Taquilla(TestEnv& env, const Session& session)
+// session as the test's booth (for threads: one per thread), with the sale
+// logic of the game it sells.
+template <class Venta>
+struct TaquillaDe {
+    explicit TaquillaDe(TestEnv& env, const Session& session)
         : ctx(env.config, dialogs, clock), venta(ctx) {
         clock.set(env.clock.now());
         ctx.cnServidor = env.connect();
@@ -106,7 +108,8 @@ struct Taquilla {
     ScriptedDialogs dialogs;
     FixedClock clock;
     Context ctx;
-    VentaGanadores venta;
+    Venta venta;
 };
+using Taquilla = TaquillaDe<VentaGanadores>;
 
 }  // namespace hipico::test

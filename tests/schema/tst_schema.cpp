@@ -84,6 +84,16 @@ private slots:
                                    {1, -15.5, "2026-11-23", "10:15:00", "Ganadores", "CARLOS LÓPEZ", "JUGADA",
                                     "07112310", "TAQUILLA UNO", "EFECTIVO", "CARRERA 3 CABALLO 5"})),
             FilaRemate{"2026-11-23", 3, "RELAMPAGO", 5, 1, "LOS PINOS", 20}.insercion(),
+            BoletoMacuare{"2026-11-23", "10:15:00", 7.5, 3, {1, 2, 3, 4, 5, 6, 7}, "ANA", "07", "S1", "LOS PINOS",
+                          "1-2-3-4-5-6-7", "0123456789abcdef0123456789abcdef"}
+                .insercion(),
+            anotacionMacuare(Row(std::make_shared<Columns>(QStringList{"numero", "boleto", "fecha", "hora", "monto",
+                                                                       "veces", "combinacion", "nombre", "grupo",
+                                                                       "taquilla", "cobrado"}),
+                                 {1000, "51123100", "2026-11-23", "10:15:00", 7.5, 3, "1-2-3-4-5-6-7", "ANA", "07",
+                                  "LOS PINOS", 12.5}),
+                             "ANULADO", "taquilla2", 5),
+            combinacionNueva("1-2-3-4-5-6-7", "2026-11-23", 22.5),
         };
         return m;
     }
