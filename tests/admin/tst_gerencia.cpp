@@ -377,7 +377,7 @@ private slots:
     }
 
     void switchesAndPercentages() {
-        db().exec("UPDATE grupos SET admincupo = 1, pedir_motivo = 1, nosumarret = 1, nu_administrador = '0414-1',"
+        db().exec("UPDATE grupos SET admincupo = 1, admindiv = 0, pedir_motivo = 1, nosumarret = 1, nu_administrador = '0414-1',"
                   " por_remate = 12 WHERE grupo = '07'");
         GerenciaGrupo g(env->ctx);
         const SwitchesGerencia w = g.switches();
