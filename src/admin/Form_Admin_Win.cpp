@@ -219,21 +219,25 @@ void Form_Admin_Win::construirEncabezado(QWidget* panel) {
     connect(actualizar, &QPushButton::clicked, this, &Form_Admin_Win::refrescar);
 }
 
+QVBoxLayout* Form_Admin_Win::columnaVentas(QWidget* w) {
+    auto* columna = new QVBoxLayout;
+    ventas_ = new QListWidget(w);
+    ventas_->setObjectName("ventas");
+    ventas_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    ventas_->setMinimumWidth(gerencia() ? 230 : 200);
+    columna->addWidget(ventas_, 1);
+    dia_ = new QLabel(w);
+    dia_->setObjectName("dia");
+    columna->addWidget(dia_);
+    return columna;
+}
+
 QWidget* Form_Admin_Win::construirCarrera() {
     auto* w = new QWidget;
     auto* fila = new QHBoxLayout(w);
 
     // Sales per horse and the day's totals.
-    auto* izquierda = new QVBoxLayout;
-    ventas_ = new QListWidget(w);
-    ventas_->setObjectName("ventas");
-    ventas_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    ventas_->setMinimumWidth(200);
-    izquierda->addWidget(ventas_, 1);
-    dia_ = new QLabel(w);
-    dia_->setObjectName("dia");
-    izquierda->addWidget(dia_);
-    fila->addLayout(izquierda);
+    fila->addLayout(columnaVentas(w));
 
     // The race's horses with their cells.
     auto* centro = new QVBoxLayout;
@@ -731,15 +735,7 @@ QWidget* Form_Admin_Win::construirTaquillas() {
 QWidget* Form_Admin_Win::construirVentasGerencia() {
     auto* w = new QWidget;
     auto* fila = new QHBoxLayout(w);
-    auto* izquierda = new QVBoxLayout;
-    ventas_ = new QListWidget(w);
-    ventas_->setObjectName("ventas");
-    ventas_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    ventas_->setMinimumWidth(230);
-    izquierda->addWidget(ventas_, 1);
-    dia_ = new QLabel(w);
-    dia_->setObjectName("dia");
-    izquierda->addWidget(dia_);
+    QVBoxLayout* izquierda = columnaVentas(w);
     auto* contacto = new QLabel(QStringLiteral("Administrador: %1    Técnico: %2")
                                     .arg(switches_.nuAdministrador, switches_.nuTecnico),
                                 w);

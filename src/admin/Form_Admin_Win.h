@@ -24,6 +24,7 @@ class QTabWidget;
 class QTableView;
 class QTableWidget;
 class QTimer;
+class QVBoxLayout;
 
 namespace hipico {
 
@@ -53,6 +54,8 @@ protected:
 
 private:
     bool gerencia() const { return perfil_ != PerfilGanadores::Administracion; }
+    // The sales per horse above the day's totals.
+    QVBoxLayout* columnaVentas(QWidget* w);
     QWidget* construirVentasGerencia();
     QWidget* construirMensaje();
     void refrescarTaquillasVentas();

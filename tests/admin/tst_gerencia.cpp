@@ -29,20 +29,11 @@ class TstGerencia : public QObject {
 
     Seleccion en(const Alcance& a, long long carrera = 1, const QString& centro = "TODOS",
                  const QString& grupo = "TODOS") {
-        Seleccion s = seleccionInicial(env->ctx);
-        s.hipodromo = "LA RINCONADA";
-        s.carrera = carrera;
-        s.centro = centro;
-        s.grupo = grupo;
-        s.alcance = a;
-        return s;
+        return seleccionDePrueba(env->ctx, carrera, centro, grupo, a);
     }
 
     void esperar(const QString& titulo, const QString& texto, Icon icono = Icon::Critical) {
-        QVERIFY(dlg().count() > 0);
-        QCOMPARE(dlg().last().title, titulo);
-        QCOMPARE(dlg().last().text, texto);
-        QCOMPARE(dlg().last().icon, icono);
+        esperarCaja(dlg(), titulo, texto, icono);
     }
 
     // One ticket of each group on race 1 (horse 3) and race 2 (horse 1):
