@@ -121,7 +121,7 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, PerfilGanadores perfil, const QStri
     pestanas_->addTab(construirBoletos(), QStringLiteral("Boletos"));
     pestanas_->addTab(construirTaquillas(), QStringLiteral("Taquillas"));
     if (gerencia()) {
-        pestanas_->addTab(construirMensaje(), QStringLiteral("Mensaje y remate"));
+        pestanas_->addTab(construirMensaje(), QStringLiteral("Mensaje"));
         // The group's switches open the limits and the rule to its manager.
         pestanas_->setTabEnabled(cupos, switches_.admincupo);
         pestanas_->setTabEnabled(dividendos, switches_.admindiv);
@@ -799,12 +799,6 @@ QWidget* Form_Admin_Win::construirMensaje() {
         refrescarMensaje();
     });
     raiz->addWidget(caja);
-    auto* remate = new QGroupBox(QStringLiteral("Porcentajes de la subasta del grupo"), w);
-    auto* r = new QVBoxLayout(remate);
-    porcentajes_ = new QLabel(remate);
-    porcentajes_->setObjectName("porcentajes");
-    r->addWidget(porcentajes_);
-    raiz->addWidget(remate);
     raiz->addStretch(1);
     return w;
 }
@@ -984,13 +978,6 @@ void Form_Admin_Win::refrescarTaquillasVentas() {
 
 void Form_Admin_Win::refrescarMensaje() {
     mensaje_->setText(gerencia_.mensaje());
-    const auto p = gerencia_.porcentajesSubasta();
-    if (!p) return;
-    porcentajes_->setText(QStringLiteral("Remate: %1 %    Rematador: %2 %    Tablas: %3\nTablazos: %4 / %5 / %6 / %7")
-                              .arg(textoNumero(p->number("por_remate")), textoNumero(p->number("por_rematador")),
-                                   p->text("subastas"), textoNumero(p->number("tablaz1")),
-                                   textoNumero(p->number("tablaz2")), textoNumero(p->number("tablaz3")),
-                                   textoNumero(p->number("tablaz4"))));
 }
 
 void Form_Admin_Win::refrescarTaquillas() {

@@ -158,12 +158,11 @@ private:
     QTableView* taquillas_ = nullptr;
     QComboBox* supervisor_ = nullptr;
 
-    // The manager's sales per booth, booth message and auction percentages.
+    // The manager's sales per booth and booth message.
     QSpinBox* taqHasta_ = nullptr;
     QCheckBox* taqTodas_ = nullptr;
     QListWidget* taqLista_ = nullptr;
     QLineEdit* mensaje_ = nullptr;
-    QLabel* porcentajes_ = nullptr;
 
     // The race's auction cells.
     PanelSubasta* subasta_ = nullptr;

@@ -119,17 +119,6 @@ bool GerenciaGrupo::guardarMensaje(const QString& texto) {
 
 bool GerenciaGrupo::borrarMensaje() { return escribirMensaje(QString(), QStringLiteral("Mensaje Borrado")); }
 
-std::optional<Row> GerenciaGrupo::porcentajesSubasta() {
-    std::optional<Row> out;
-    guardado([&] {
-        const Recordset rs = db().query("select por_remate,por_rematador,subastas,tablaz1,tablaz2,tablaz3,tablaz4 "
-                                        "from grupos where grupo= ?",
-                                        {ctx_.session.grupo});
-        if (!rs.empty()) out = rs.first();
-    });
-    return out;
-}
-
 QStringList GerenciaGrupo::supervisoresTF() {
     QStringList out{QStringLiteral("TODOS")};
     guardado([&] {

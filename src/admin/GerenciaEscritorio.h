@@ -9,8 +9,8 @@
 namespace hipico {
 
 // The manager's own functions beside the desk's commands: the group's
-// switches, sales per booth, the booth message, the auction percentages and
-// the fixed-table supervisor. The group is always the signed-in user's; the
+// switches, sales per booth, the booth message and the fixed-table
+// supervisor (the auction percentages are the auction panel's). The group is always the signed-in user's; the
 // rest of the scope comes with the selection.
 
 // The group switches read when a manager's window opens; each opens a command.
@@ -54,9 +54,6 @@ public:
     QString mensaje();
     bool guardarMensaje(const QString& texto);
     bool borrarMensaje();  // "Mensaje Borrado"
-
-    // The group's auction percentages: por_remate, por_rematador, subastas, tablaz1..tablaz4.
-    std::optional<Row> porcentajesSubasta();
 
     // The fixed-table supervisor: "TODOS" then the group's users of the
     // booth and fixed-table levels; the choice is the group's supervisorTF.

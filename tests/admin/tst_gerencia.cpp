@@ -367,9 +367,9 @@ private slots:
         QCOMPARE(g.mensaje(), QString());
     }
 
-    void switchesAndPercentages() {
-        db().exec("UPDATE grupos SET admincupo = 1, admindiv = 0, pedir_motivo = 1, nosumarret = 1, nu_administrador = '0414-1',"
-                  " por_remate = 12 WHERE grupo = '07'");
+    void switchesAndSupervisor() {
+        db().exec("UPDATE grupos SET admincupo = 1, admindiv = 0, pedir_motivo = 1, nosumarret = 1, nu_administrador = '0414-1'"
+                  " WHERE grupo = '07'");
         GerenciaGrupo g(env->ctx);
         const SwitchesGerencia w = g.switches();
         QVERIFY(w.admincupo);
@@ -378,7 +378,6 @@ private slots:
         QVERIFY(w.noSumarRet);
         QCOMPARE(w.nuAdministrador, QString("0414-1"));
         QCOMPARE(w.subgrupo, QString("S1"));
-        QCOMPARE(g.porcentajesSubasta()->number("por_remate"), 12.0);
         QCOMPARE(g.supervisoresTF(), (QStringList{"TODOS", "taquilla1"}));
         QVERIFY(!g.guardarSupervisorTF("taquilla3"));
         QVERIFY(g.guardarSupervisorTF("taquilla1"));
