@@ -93,13 +93,13 @@ QStringList GerenciaGrupo::lineasTaquillas(const VentasTaquillas& v) const {
     return out;
 }
 
-QString GerenciaGrupo::mensaje() {
-    QString m;
-    guardado([&] {
-        m = Row::toText(db().scalar("select mensajech from grupos where grupo= ?", {ctx_.session.grupo}));
-    });
-    return m;
+QString GerenciaGrupo::delGrupo(const char* sql) {
+    QString v;
+    guardado([&] { v = Row::toText(db().scalar(sql, {ctx_.session.grupo})); });
+    return v;
 }
+
+QString GerenciaGrupo::mensaje() { return delGrupo("select mensajech from grupos where grupo= ?"); }
 
 bool GerenciaGrupo::escribirMensaje(const QString& texto, const QString& aviso) {
     const QString largo = textoDemasiadoLargo(QStringLiteral("EL MENSAJE"), texto, kLargoMensaje);
@@ -130,13 +130,7 @@ QStringList GerenciaGrupo::supervisoresTF() {
     return out;
 }
 
-QString GerenciaGrupo::supervisorTF() {
-    QString v;
-    guardado([&] {
-        v = Row::toText(db().scalar("select supervisorTF from grupos where grupo= ?", {ctx_.session.grupo}));
-    });
-    return v;
-}
+QString GerenciaGrupo::supervisorTF() { return delGrupo("select supervisorTF from grupos where grupo= ?"); }
 
 bool GerenciaGrupo::guardarSupervisorTF(const QString& usuario) {
     if (!supervisoresTF().contains(usuario)) {

@@ -62,6 +62,8 @@ public:
     bool guardarSupervisorTF(const QString& usuario);
 
 private:
+    // One value of the own group's row.
+    QString delGrupo(const char* sql);
     bool escribirMensaje(const QString& texto, const QString& aviso);
 };
 

@@ -74,7 +74,6 @@ const QVector<DemoUsuario>& usuariosDemo() {
         {"oculto", "oculto123", "SOPORTE TECNICO", "Administrador Oculto", "07"},
         {"socio", "socio123", "SOCIO ORIENTE", "Socio", "07"},
         {"gerente", "gerente123", "GERENTE LOS PINOS", "Gerente", "07"},
-        {"gerentesub", "gerente123", "GERENTE OCCIDENTE", "Gerente", "12"},
         {"supervisor", "super123", "SUPERVISOR DE SALA", "Supervisor", "07"},
         {"suptf", "suptf123", "SUPERVISOR TABLA FIJA", "SupervisorTF", "08"},
         {"admintf", "admintf123", "ADMINISTRADOR TABLA FIJA", "AdminTF", "08"},
@@ -141,7 +140,7 @@ void cargarDemo(Db& db, const QDate& hoy) {
                      QString("AGENCIA ") + g.grupo, oriente ? 0 : 1, oriente ? 1.0 : 0.5});
         }
 
-        // The managers' switches of 07 (LOS PINOS) and 12 (the OCCIDENTE subgroup's manager).
+        // Every manager's switch of 07 ("gerente" opens both managers' windows) and of 12.
         db.exec("UPDATE grupos SET admincupo = 1, admindiv = 1, gerente_eliminar = 1, visualboletosgerente = 1, "
                 "pedir_motivo = 1, nu_administrador = '0414-5550101', nu_tecnico = '0412-5550202', "
                 "mensajech = 'BIENVENIDOS' WHERE grupo IN ('07', '12')");

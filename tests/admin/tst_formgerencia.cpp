@@ -67,6 +67,9 @@ private slots:
     void initTestCase() {
         env = std::make_unique<TestEnv>("gerencia_form", true);
         env->loadDemo();
+        // The manager of a group of the other subgroup (OCCIDENTE).
+        env->db().exec("INSERT INTO usuarios (usuario, clave, nombre, nivel, grupo, ch, estatus) VALUES "
+                       "('gerentesub', '', 'GERENTE OCCIDENTE', 'Gerente', '12', 'MARACAY', 'Activo')");
         hoy = env->clock.today();
         boletos["07"] = venderBoleto(env->db(), hoy, 1, 3, 2, "07", "LOS PINOS");
         boletos["08"] = venderBoleto(env->db(), hoy, 1, 3, 5, "08", "LOS PINOS");
