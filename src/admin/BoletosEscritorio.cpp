@@ -38,9 +38,10 @@ PuntoAnulacion puntoEscritorio() {
 
 }  // namespace
 
-bool BoletosEscritorio::anularPorNumero(long long numero) {
+bool BoletosEscritorio::anularPorNumero(long long numero, const Alcance& alcance) {
     PuntoAnulacion p = puntoEscritorio();
     p.pideCodigo = false;
+    p.dentro = dentroDe(alcance);
     // The void by number names one code of its own.
     p.codigosAdmin = {QStringLiteral("QWPLR850264")};
     return anularBoleto(ctx_, juegoGanadores(), p, numero) == ResultadoAnulacion::Anulado;
@@ -66,6 +67,16 @@ bool BoletosEscritorio::anularPorCodigo() {
         ctx_.dialogs.inform(p.titulo, QStringLiteral("EL BOLETO NO SE ANULO"));
         return false;
     };
+    return anularBoleto(ctx_, juegoGanadores(), p) == ResultadoAnulacion::Anulado;
+}
+
+bool BoletosEscritorio::anularGerencia(const Alcance& alcance, bool pedirMotivo) {
+    PuntoAnulacion p = puntoEscritorio();
+    p.textoCodigo = QStringLiteral("INGRESE EL CODIGO DEL BOLETO DE GANADORES");
+    p.pideMotivo = pedirMotivo;
+    p.noEncontrado = texto::BoletoNoAnulable;
+    p.noSiVentaCerrada = true;
+    p.dentro = dentroDe(alcance);
     return anularBoleto(ctx_, juegoGanadores(), p) == ResultadoAnulacion::Anulado;
 }
 
@@ -163,7 +174,7 @@ bool BoletosEscritorio::renumerar(long long numero) {
     });
 }
 
-bool BoletosEscritorio::anularMacuare() { return ProcesoMacuare(ctx_).anularBoleto(); }
+bool BoletosEscritorio::anularMacuare(const Alcance& alcance) { return ProcesoMacuare(ctx_).anularBoleto(alcance); }
 
 // ---------------------------------------------------------------- audit
 
@@ -220,47 +231,72 @@ bool BoletosEscritorio::borrarAuditoria(const Seleccion& s) {
 
 // ---------------------------------------------------------------- ticket search
 
-const QStringList& BoletosEscritorio::clasesEstatus() {
-    static const QStringList clases{"PAGADOS", "POR PAGAR", "RET. POR PAGAR", "RET. PAGADOS", "NO GANADORES",
-                                    "TODAS"};
-    return clases;
+const BoletosEscritorio::ConsultaBoletos& BoletosEscritorio::consultaEscritorio() {
+    static const ConsultaBoletos c{false,
+                                   false,
+                                   {"PAGADOS", "POR PAGAR", "RET. POR PAGAR", "RET. PAGADOS", "NO GANADORES", "TODAS"},
+                                   {2, 1, 4, 3, 0, -1},
+                                   {2, 3},
+                                   {1, 4}};
+    return c;
 }
 
+const BoletosEscritorio::ConsultaBoletos& BoletosEscritorio::consultaGerencia() {
+    static const ConsultaBoletos c{true,
+                                   true,
+                                   {"POR PAGAR", "PAGADOS", "RET PAGADO", "RET POR PAGAR", "NO GANADORES", "TODAS"},
+                                   {1, 2, 3, 4, 0, -1},
+                                   {2},
+                                   {1}};
+    return c;
+}
+
+const QStringList& BoletosEscritorio::clasesEstatus() { return consultaEscritorio().clases; }
+
 std::optional<BoletosEscritorio::Busqueda> BoletosEscritorio::buscar(const Seleccion& s, const QString& clase,
-                                                                     const QString& caballo, bool historico) {
+                                                                     const QString& caballo, bool historico,
+                                                                     const ConsultaBoletos& consulta,
+                                                                     long long hasta) {
     std::optional<Busqueda> out;
     guardado([&] {
-        std::string sql = std::string("SELECT numero,nu_boleto,hora,carrera,caballo,ganadores,cobrado,estatus,ch,"
-                                      "grupo FROM ") +
-                          (historico ? "ventas_ganadores" : "ma_principal") + " where fecha = ? and carrera = ?";
-        Params params{s.fecha, s.carrera};
+        std::string sql = std::string("SELECT v.numero,v.nu_boleto,v.hora,v.carrera,v.caballo,v.ganadores,") +
+                          (consulta.dolares ? "v.ganadores*c.valor_ganador AS dolares," : "") +
+                          "v.cobrado,v.estatus,v.ch,v.grupo FROM " +
+                          (historico ? "ventas_ganadores v" : "ma_principal v") +
+                          (consulta.dolares ? ", configuracion c" : "") + " where v.fecha = ?";
+        Params params{s.fecha};
+        if (consulta.rango) {
+            sql += " and v.carrera  between  ? and ?";
+            params.push_back(s.carrera);
+            params.push_back(std::max(hasta, s.carrera));
+        } else {
+            sql += " and v.carrera = ?";
+            params.push_back(s.carrera);
+        }
         if (s.centroElegido()) {
-            sql += " and ch = ?";
+            sql += " and v.ch = ?";
             params.push_back(s.centro);
         }
         if (s.grupoElegido()) {
-            sql += " and grupo = ?";
+            sql += " and v.grupo = ?";
             params.push_back(s.grupo);
         }
+        sql += terminoAlcance(s.alcance, "v.grupo", params);
         if (!caballo.trimmed().isEmpty()) {
             const auto n = leerEntero(caballo);
             if (!n || *n <= 0) {
                 ctx_.dialogs.refuse(texto::TituloBusqueda, texto::CaballoNoValido);
                 return;
             }
-            sql += " and caballo = ?";
+            sql += " and v.caballo = ?";
             params.push_back(*n);
         }
-        static const QMap<QString, Estatus> estatus{{"PAGADOS", Estatus::Pagado},
-                                                    {"POR PAGAR", Estatus::Ganador},
-                                                    {"RET. POR PAGAR", Estatus::Devolucion},
-                                                    {"RET. PAGADOS", Estatus::DevolucionPagada},
-                                                    {"NO GANADORES", Estatus::Vendido}};
-        if (estatus.contains(clase)) {
-            sql += " and estatus = ?";
-            params.push_back(numeroDe(estatus.value(clase)));
+        const int estatus = consulta.estatusClase.value(consulta.clases.indexOf(clase), -1);
+        if (estatus >= 0) {
+            sql += " and v.estatus = ?";
+            params.push_back(estatus);
         }
-        sql += " order by numero desc";
+        sql += " order by v.numero desc";
         Busqueda b;
         b.filas = db().query(sql, params);
         if (b.filas.empty()) {
@@ -269,9 +305,10 @@ std::optional<BoletosEscritorio::Busqueda> BoletosEscritorio::buscar(const Selec
         }
         for (const Row& r : b.filas) {
             b.sumaganadores += r.number("ganadores");
-            const Estatus e = estatusDe(r);
-            if (liquidado(e)) b.sumacobrado += r.number("cobrado");
-            if (e == Estatus::Ganador || e == Estatus::Devolucion) b.sumaporcobrar += r.number("cobrado");
+            if (consulta.dolares) b.sumadolares += r.number("dolares");
+            const int e = int(r.integer("estatus"));
+            if (consulta.pagados.contains(e)) b.sumacobrado += r.number("cobrado");
+            if (consulta.porPagar.contains(e)) b.sumaporcobrar += r.number("cobrado");
         }
         out = std::move(b);
     });
@@ -279,8 +316,9 @@ std::optional<BoletosEscritorio::Busqueda> BoletosEscritorio::buscar(const Selec
 }
 
 std::optional<ParametrosReporte> BoletosEscritorio::reporteBusqueda(const Seleccion& s, const QString& clase,
-                                                                    const QString& caballo, bool historico) {
-    const auto b = buscar(s, clase, caballo, historico);
+                                                                    const QString& caballo, bool historico,
+                                                                    const ConsultaBoletos& consulta, long long hasta) {
+    const auto b = buscar(s, clase, caballo, historico, consulta, hasta);
     if (!b) return std::nullopt;
     std::optional<ParametrosReporte> p;
     guardado([&] {

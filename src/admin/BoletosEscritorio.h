@@ -17,14 +17,19 @@ public:
     explicit BoletosEscritorio(Context& ctx) : ComandoEscritorio(ctx) {}
 
     // The void flow of the desk: a paid ticket stays, and a ticket of a
-    // processed race goes only with the administrator's code.
-    bool anularPorNumero(long long numero);
+    // processed race goes only with the administrator's code. A ticket
+    // outside the scope is not found.
+    bool anularPorNumero(long long numero, const Alcance& alcance = {});
     bool anularPorCodigo();
+    // The manager's void by code ("INGRESE EL CODIGO DEL BOLETO DE
+    // GANADORES"): only a ticket of the scope, of a race still open and not
+    // processed; the reason is asked only when the group says so.
+    bool anularGerencia(const Alcance& alcance, bool pedirMotivo);
     // Pays a due ticket as of its sale date; refunds an unpaid one.
     bool pagar(long long numero);
     bool devolver(long long numero);
     bool renumerar(long long numero);
-    bool anularMacuare();
+    bool anularMacuare(const Alcance& alcance = {});
 
     // Audit of the race's tickets against their snapshot.
     struct Auditoria {
@@ -36,20 +41,34 @@ public:
     std::optional<Auditoria> auditoria(const Seleccion& s);
     bool borrarAuditoria(const Seleccion& s);
 
-    // Ticket search.
-    static const QStringList& clasesEstatus();  // "PAGADOS", "POR PAGAR", ...
+    // Ticket search: what differs between the desk and the manager's
+    // windows is this description.
+    struct ConsultaBoletos {
+        bool dolares = false;              // adds `dolares` (units times the unit price)
+        bool rango = false;                // races from the selection's race to `hasta`
+        QStringList clases;                // the status classes offered, in order
+        QVector<int> estatusClase;         // the status of each class (-1: every status)
+        QVector<int> pagados, porPagar;    // the statuses the two money sums take
+    };
+    static const ConsultaBoletos& consultaEscritorio();  // "PAGADOS", "POR PAGAR", ...
+    static const ConsultaBoletos& consultaGerencia();    // "POR PAGAR", "PAGADOS", "RET PAGADO", ...
+    static const QStringList& clasesEstatus();  // the desk's classes
     struct Busqueda {
         Recordset filas;
         double sumaganadores = 0;
+        double sumadolares = 0;
         double sumacobrado = 0;    // paid
         double sumaporcobrar = 0;  // to pay
     };
-    std::optional<Busqueda> buscar(const Seleccion& s, const QString& clase, const QString& caballo, bool historico);
+    std::optional<Busqueda> buscar(const Seleccion& s, const QString& clase, const QString& caballo, bool historico,
+                                   const ConsultaBoletos& consulta = consultaEscritorio(), long long hasta = 0);
     // Printing the search: its tickets refill the local ticket report table
     // (rpt_jugadas); gives the report's parameters (what was searched, the
     // race), nullopt when nothing was found or written.
     std::optional<ParametrosReporte> reporteBusqueda(const Seleccion& s, const QString& clase, const QString& caballo,
-                                                     bool historico);
+                                                     bool historico,
+                                                     const ConsultaBoletos& consulta = consultaEscritorio(),
+                                                     long long hasta = 0);
 
 private:
     // Changes one ticket: asks the reason, then, with the ticket locked,

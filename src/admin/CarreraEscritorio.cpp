@@ -17,18 +17,32 @@ const QString kTituloAnulacionCaballo = QStringLiteral("Anulacion de Caballo");
 
 // ---------------------------------------------------------------- sales
 
-VentasCarrera::VentasCaballos VentasCarrera::ventasPorCaballo(const Seleccion& s) {
+VentasCarrera::VentasCaballos VentasCarrera::ventasPorCaballo(const Seleccion& s, Conteo conteo) {
     VentasCaballos v;
     guardado([&] {
-        v.filas = s.grupoElegido()
-                      ? db().query("SELECT caballo,sum(ganadores) as venta FROM ma_principal where carrera = ? and "
-                                   "fecha  like ? and estatus <> 5 and grupo = ? group by caballo",
-                                   {s.carrera, s.fecha, s.grupo})
-                      : db().query("SELECT caballo,sum(ganadores) as venta FROM ma_principal where carrera = ? and "
-                                   "fecha  like ? and estatus <> 5 group by caballo",
-                                   {s.carrera, s.fecha});
+        std::string sql = "SELECT caballo,sum(ganadores) as venta FROM ma_principal where carrera = ? and fecha  ";
+        Params p{s.carrera, s.fecha};
+        switch (conteo) {
+        case Conteo::SinAnulados: sql += "like ? and estatus <> 5"; break;
+        case Conteo::TerminoDevoluciones: sql += "= ? and (estatus<> 3 or estatus <> 4) "; break;
+        case Conteo::Todos: sql += "= ?"; break;
+        }
+        sql += terminoAlcance(s.alcance, "grupo", p);
+        if (s.grupoElegido()) {
+            sql += " and grupo = ?";
+            p.push_back(s.grupo);
+        }
+        if (conteo != Conteo::SinAnulados && s.centroElegido()) {
+            sql += " and ch= ?";
+            p.push_back(s.centro);
+        }
+        v.filas = db().query(sql + " group by caballo", p);
         for (const Row& r : v.filas) v.unidades += r.number("venta");
         v.monto = v.unidades * valorGanador();
+        if (conteo != Conteo::SinAnulados)
+            v.cerrada = Row::toInteger(db().scalar("SELECT count(*) FROM carreras where carrera = ? and fecha = ? "
+                                                   "and venta = 1",
+                                                   {s.carrera, s.fecha})) == 0;
     });
     return v;
 }
@@ -40,22 +54,24 @@ QStringList VentasCarrera::lineasVentas(const VentasCaballos& v) const {
         out << QStringLiteral("%1%2").arg(r.integer("caballo"), 15).arg(en.toString(r.number("venta"), 'f', 0), 15);
     out << QStringLiteral("Venta en Gand:     ") + en.toString(v.unidades, 'f', 0);
     out << QStringLiteral("Venta en Bsf:     ") + formatoMonto(v.monto, ctx_.session.enDolares());
+    if (v.cerrada) out << QStringLiteral("CERRADO");
     return out;
 }
 
 VentasCarrera::VentasDia VentasCarrera::ventasDelDia(const Seleccion& s) {
     VentasDia d;
     guardado([&] {
-        d.unidades = Row::toNumber(db().scalar(
-            "SELECT sum(ganadores) as venta FROM ma_principal where estatus <> 5  and fecha  like ?", {s.fecha}));
+        auto suma = [&](const char* sql) {
+            Params p{s.fecha};
+            const std::string t = terminoAlcance(s.alcance, "grupo", p);
+            return Row::toNumber(db().scalar(sql + t, p));
+        };
+        d.unidades = suma("SELECT sum(ganadores) as venta FROM ma_principal where estatus <> 5  and fecha  like ?");
         d.monto = d.unidades * valorGanador();
-        d.cobrado = Row::toNumber(db().scalar("SELECT sum(cobrado) as monto_cobrado FROM ma_principal where "
-                                              "(estatus=2 or estatus=3)  and fecha  like ?",
-                                              {s.fecha}));
-        d.cobradoYPorCobrar = Row::toNumber(db().scalar(
-            "SELECT sum(cobrado) as monto_cobrado FROM ma_principal where "
-            "(estatus=2 or estatus=3 or estatus=1 or estatus=4)  and fecha  like ?",
-            {s.fecha}));
+        d.cobrado = suma("SELECT sum(cobrado) as monto_cobrado FROM ma_principal where "
+                         "(estatus=2 or estatus=3)  and fecha  like ?");
+        d.cobradoYPorCobrar = suma("SELECT sum(cobrado) as monto_cobrado FROM ma_principal where "
+                                   "(estatus=2 or estatus=3 or estatus=1 or estatus=4)  and fecha  like ?");
     });
     return d;
 }
@@ -240,17 +256,29 @@ std::optional<ResultadoProceso> ResultadoCarrera::procesar(const Seleccion& s, c
     return resultado;
 }
 
-bool ResultadoCarrera::limpiar(const Seleccion& s) {
+bool ResultadoCarrera::limpiarCarrera(const Seleccion& s, const QString& pregunta, const QString& titulo,
+                                      const char* sql) {
     return guardado([&] {
-        if (!ctx_.dialogs.confirm(QStringLiteral("Limpieza de Carrera"), QStringLiteral("Desea limpiar la carrera"),
-                                  true))
-            return false;
-        db().exec("update ma_principal set estatus=0,cobrado=0,llave3=0,llave4=0,llave6=0  where carrera = ? and "
-                  "fecha  = ? and estatus <> 4 and estatus<> 3 and estatus <> 2  ",
-                  {s.carrera, s.fecha});
-        ctx_.dialogs.inform(texto::TituloAdministracionCarreras, QStringLiteral("SE HA LIMPIADO LA CARRERA  CON EXITO"));
+        if (!ctx_.dialogs.confirm(pregunta, QStringLiteral("Desea limpiar la carrera"), true)) return false;
+        Params p{s.carrera, s.fecha};
+        const std::string t = terminoAlcance(s.alcance, "grupo", p);
+        db().exec(sql + t, p);
+        ctx_.dialogs.inform(titulo, QStringLiteral("SE HA LIMPIADO LA CARRERA  CON EXITO"));
         return true;
     });
+}
+
+bool ResultadoCarrera::limpiar(const Seleccion& s) {
+    return limpiarCarrera(s, QStringLiteral("Limpieza de Carrera"), texto::TituloAdministracionCarreras,
+                          "update ma_principal set estatus=0,cobrado=0,llave3=0,llave4=0,llave6=0  where carrera = ? "
+                          "and fecha  = ? and estatus <> 4 and estatus<> 3 and estatus <> 2  ");
+}
+
+bool ResultadoCarrera::limpiarDividendos(const Seleccion& s) {
+    const QString titulo = QStringLiteral("DIVIDENDOS");
+    return limpiarCarrera(s, titulo, titulo,
+                          "update ma_principal set estatus=0,cobrado=0 where carrera = ? and fecha  = ? and "
+                          "estatus <> 4 and estatus<> 3 and estatus <> 2  ");
 }
 
 bool ResultadoCarrera::anular(const Seleccion& s) {

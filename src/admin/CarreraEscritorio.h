@@ -17,14 +17,20 @@ class VentasCarrera : public ComandoEscritorio {
 public:
     explicit VentasCarrera(Context& ctx) : ComandoEscritorio(ctx) {}
 
+    // Which tickets the sales per horse count: the desk leaves out voided
+    // ones ("estatus <> 5"); the manager's windows count them all, with or
+    // without their status term "(estatus<> 3 or estatus <> 4)" (true for
+    // every status, kept as it stands), and only of the chosen centre.
+    enum class Conteo { SinAnulados, TerminoDevoluciones, Todos };
     // Sales per horse ("        CABALLO          VENTA"), of the chosen group
-    // or of all; also run by the window's timer.
+    // or of all in the scope; also run by the window's timer.
     struct VentasCaballos {
         Recordset filas;   // caballo, venta
         double unidades = 0;
         double monto = 0;  // units times the unit price
+        bool cerrada = false;  // the race no longer sells ("CERRADO")
     };
-    VentasCaballos ventasPorCaballo(const Seleccion& s);
+    VentasCaballos ventasPorCaballo(const Seleccion& s, Conteo conteo = Conteo::SinAnulados);
     QStringList lineasVentas(const VentasCaballos& v) const;  // the listing's lines
 
     // The day's totals: units sold, paid money, and paid plus due.
@@ -71,9 +77,15 @@ public:
                                              const QString& ganador2 = {}, const QString& dividendo2 = {},
                                              bool pagarOficial = false);
     bool limpiar(const Seleccion& s);
+    // The manager's clean ("DIVIDENDOS"): the scope's unsettled tickets of
+    // the race back to sold, their keys left as they are.
+    bool limpiarDividendos(const Seleccion& s);
     bool anular(const Seleccion& s);
     bool retirarCaballo(const Seleccion& s, const QString& caballo);
     bool devolverCuatroCaballos(const Seleccion& s);
+
+private:
+    bool limpiarCarrera(const Seleccion& s, const QString& pregunta, const QString& titulo, const char* sql);
 };
 
 }  // namespace hipico

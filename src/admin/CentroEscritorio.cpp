@@ -12,8 +12,9 @@ namespace hipico {
 
 namespace {
 
-// The horses a centre has limits for.
+// The horses a centre has limits for, and those its manager blocks and restores.
 constexpr int kCaballos = 16;
+constexpr int kCaballosGerencia = 14;
 const QString kTituloCupos = QStringLiteral("Cupos de Venta");
 const QString kTituloDividendos = QStringLiteral("Administración de Dividendos");
 
@@ -32,7 +33,9 @@ std::optional<Row> CuposCentro::leer(const Seleccion& s) {
     if (!s.centroElegido()) return std::nullopt;
     std::optional<Row> out;
     guardado([&] {
-        const Recordset rs = db().query("SELECT * FROM venta_cupo_ganadores where  ch  = ?", {s.centro});
+        Params p{s.centro};
+        const std::string t = terminoCentro(s.alcance, "ch", p);
+        const Recordset rs = db().query("SELECT * FROM venta_cupo_ganadores where  ch  = ?" + t, p);
         if (!rs.empty()) out = rs.first();
     });
     return out;
@@ -45,8 +48,9 @@ bool CuposCentro::guardarCupo(const Seleccion& s, int caballo, const QString& va
         return false;
     }
     return guardado([&] {
-        db().exec("update venta_cupo_ganadores set cab" + std::to_string(caballo) + "= ? Where ch = ?",
-                  {*v, s.centro});
+        Params p{*v, s.centro};
+        const std::string t = terminoCentro(s.alcance, "ch", p);
+        db().exec("update venta_cupo_ganadores set cab" + std::to_string(caballo) + "= ? Where ch = ?" + t, p);
     });
 }
 
@@ -67,12 +71,57 @@ bool CuposCentro::guardarCupos(const Seleccion& s, const QStringList& valores) {
         const std::string sql =
             ("update venta_cupo_ganadores  set " + columnas.join(',') + " Where ch = ?").toStdString();
         Db& d = db();
+        if (!contieneCentro(d, s.alcance, s.centro)) {
+            ctx_.dialogs.refuse(kTituloCupos, texto::ValorNoValido);
+            return false;
+        }
         d.inTransaction([&] {
             if (Row::toInteger(d.scalar("SELECT count(*) FROM venta_cupo_ganadores where ch = ?", {s.centro})) == 0)
                 d.exec("INSERT INTO venta_cupo_ganadores (ch) VALUES (?)", {s.centro});
             d.exec(sql, params);
         });
         ctx_.dialogs.inform(kTituloCupos, texto::CambiosRealizados);
+        return true;
+    });
+}
+
+void CuposCentro::escribirCatorce(const Seleccion& s, double valor) {
+    Db& d = db();
+    d.inTransaction([&] {
+        for (int i = 1; i <= kCaballosGerencia; ++i) {
+            Params p{valor, s.centro};
+            const std::string t = terminoCentro(s.alcance, "ch", p);
+            d.exec("update venta_cupo_ganadores set cab" + std::to_string(i) + "= ? Where ch = ?" + t, p);
+        }
+    });
+    ctx_.dialogs.inform(kTituloCupos, texto::CambiosRealizados);
+}
+
+bool CuposCentro::bloquear(const Seleccion& s) {
+    if (!s.centroElegido()) {
+        ctx_.dialogs.refuse(kTituloCupos, texto::ValorNoValido);
+        return false;
+    }
+    return guardado([&] { escribirCatorce(s, 0); });
+}
+
+bool CuposCentro::restaurar(const Seleccion& s) {
+    if (!s.centroElegido()) {
+        ctx_.dialogs.refuse(kTituloCupos, texto::ValorNoValido);
+        return false;
+    }
+    return guardado([&] {
+        const auto id = idHipodromo(s, true);
+        if (!id) return false;
+        Params p{s.centro, *id};
+        const std::string t = terminoCentro(s.alcance, "ch", p);
+        const Recordset d = db().query("SELECT * FROM dividendos where  ch  = ? and id_hipodromo= ?" + t, p);
+        if (d.empty()) {
+            ctx_.dialogs.refuse(kTituloSinRegistrosDividendos, kSinRegistrosDividendos);
+            return false;
+        }
+        escribirCatorce(s, d.first().number("cupo"));
+        return true;
     });
 }
 
@@ -81,8 +130,10 @@ bool CuposCentro::guardarCupos(const Seleccion& s, const QStringList& valores) {
 QMap<QString, QString> ReglaCentro::leer(const Seleccion& s) {
     QMap<QString, QString> out;
     guardado([&] {
+        Params pg{s.centro};
+        const std::string tg = terminoAlcance(s.alcance, "grupo", pg);
         const Recordset g = s.centroElegido()
-                                ? db().query("SELECT * FROM grupos where ch = ? order by id_grupo limit 1", {s.centro})
+                                ? db().query("SELECT * FROM grupos where ch = ?" + tg + " order by id_grupo limit 1", pg)
                                 : Recordset();
         if (g.empty()) return;
         Row regla = g.first();
@@ -133,13 +184,19 @@ bool ReglaCentro::guardar(const Seleccion& s, const QMap<QString, QString>& camp
     for (const char* c : {"divopc", "mododiv"})
         if (!leer(c, modo)) return false;
     const int empate = static_cast<int>(campos.value("empate").toDouble());
-    if (empate == int(ModoEmpate::GeneralMinimo) && campos.value("empatemin").toDouble() <= 0) {
+    double minimo = 0;  // typed with "," or "." as decimal point
+    if (empate == int(ModoEmpate::GeneralMinimo) &&
+        (!leerMonto(campos.value("empatemin").trimmed(), minimo) || minimo <= 0)) {
         ctx_.dialogs.refuse(QStringLiteral("VERIFICAR SELECCION"),
                             QStringLiteral("DEBE SELECCIONAR UNA OPCION CORRECTA EN EL MINIMO"));
         return false;
     }
 
     return guardado([&] {
+        if (!contieneCentro(db(), s.alcance, s.centro)) {
+            ctx_.dialogs.refuse(texto::TituloVerifiqueIntente, QStringLiteral("DEBE SELECCIONAR UN CENTRO HIPICO"));
+            return false;
+        }
         const auto id = idHipodromo(s, true);
         if (!id) return false;
         auto asignaciones = [](const QStringList& columnas) {
@@ -158,13 +215,15 @@ bool ReglaCentro::guardar(const Seleccion& s, const QMap<QString, QString>& camp
                        p);
                 Params m = modo;
                 m.push_back(s.centro);
-                d.exec("update grupos set divopc= ?,mododiv= ? Where ch = ?", m);
+                const std::string t = terminoAlcance(s.alcance, "grupo", m);
+                d.exec("update grupos set divopc= ?,mododiv= ? Where ch = ?" + t, m);
             } else {
                 Params p = regla;
                 p.insert(p.end(), modo.begin(), modo.end());
                 p.push_back(s.centro);
+                const std::string t = terminoAlcance(s.alcance, "grupo", p);
                 d.exec("update grupos set " + asignaciones(columnasRegla() + QStringList{"divopc", "mododiv"}) +
-                           " Where ch = ?",
+                           " Where ch = ?" + t,
                        p);
             }
             asegurarFila(d, "dividendos_ampliados", s.centro, *id);

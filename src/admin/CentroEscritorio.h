@@ -21,7 +21,20 @@ public:
     bool guardarCupo(const Seleccion& s, int caballo, const QString& valor);
     // All sixteen, checked first, saved together.
     bool guardarCupos(const Seleccion& s, const QStringList& valores);
+    // The manager's block (every limit of horses 1 to 14 to 0) and restore
+    // (the centre's `cupo` for the track into them); 15 and 16 keep theirs.
+    bool bloquear(const Seleccion& s);
+    bool restaurar(const Seleccion& s);
+
+private:
+    // Writes one value into the limits of horses 1 to 14, one statement each.
+    void escribirCatorce(const Seleccion& s, double valor);
 };
+
+// A track without the centre's rule row.
+inline const QString kSinRegistrosDividendos =
+    QStringLiteral("El Hipodromo seleccionado no presenta registros de dividendos");
+inline const QString kTituloSinRegistrosDividendos = QStringLiteral("Verifique e intente nuevamente");
 
 // The centre's dividend rule: its first group's row (with the per-track
 // option, the centre's `dividendos` row for the track), and the extended

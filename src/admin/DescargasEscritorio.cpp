@@ -16,7 +16,7 @@ const QString kTituloCondicionados = QStringLiteral("Registro de Condicionados")
 
 std::optional<double> DescargasGrupo::montoDelGrupo(const Seleccion& s, const QString& montoTexto,
                                                     const QString& titulo, const QString& invalido) {
-    if (!s.grupoElegido()) {
+    if (!s.grupoElegido() || !contieneGrupo(db(), s.alcance, s.grupo)) {
         ctx_.dialogs.refuse(titulo, texto::DebeSeleccionarGrupo);
         return std::nullopt;
     }
@@ -70,9 +70,13 @@ bool DescargasGrupo::registrarDescarga(const Seleccion& s, const QString& caball
 DescargasGrupo::Descargas DescargasGrupo::descargas(const Seleccion& s) {
     Descargas d;
     guardado([&] {
-        d.filas = s.grupoElegido()
-                      ? db().query("SELECT * FROM descargas Where fecha= ? AND grupo = ?", {s.fecha, s.grupo})
-                      : db().query("SELECT * FROM descargas Where fecha= ?", {s.fecha});
+        Params p{s.fecha};
+        std::string sql = "SELECT * FROM descargas Where fecha= ?";
+        if (s.grupoElegido()) {
+            sql += " AND grupo = ?";
+            p.push_back(s.grupo);
+        }
+        d.filas = db().query(sql + terminoAlcance(s.alcance, "grupo", p), p);
         for (const Row& r : d.filas) {
             d.sumaganadores += r.number("ganadores");
             d.sumacobrado += r.number("cobrado");
@@ -110,16 +114,20 @@ bool DescargasGrupo::registrarCondicionado(const Seleccion& s, const QString& ca
 Recordset DescargasGrupo::condicionados(const Seleccion& s) {
     Recordset rs;
     guardado([&] {
-        rs = db().query("SELECT  *  FROM condicionados WHERE  fecha  = ? and grupo = ? and carrera = ? order by "
-                        "id_condicionado desc   ",
-                        {s.fecha, s.grupo, s.carrera});
+        Params p{s.fecha, s.grupo, s.carrera};
+        const std::string t = terminoAlcance(s.alcance, "grupo", p);
+        rs = db().query("SELECT  *  FROM condicionados WHERE  fecha  = ? and grupo = ? and carrera = ?" + t +
+                            " order by id_condicionado desc   ",
+                        p);
     });
     return rs;
 }
 
-bool DescargasGrupo::eliminarCondicionado(long long id) {
+bool DescargasGrupo::eliminarCondicionado(long long id, const Alcance& alcance) {
     return guardado([&] {
-        if (db().exec("delete from  condicionados  Where id_condicionado = ?", {id}) == 0) return false;
+        Params p{id};
+        const std::string t = terminoAlcance(alcance, "grupo", p);
+        if (db().exec("delete from  condicionados  Where id_condicionado = ?" + t + " limit 1 ", p) == 0) return false;
         ctx_.dialogs.inform(texto::TituloEliminacionRegistros, QStringLiteral("EL registro fue eliminado con exito"));
         return true;
     });

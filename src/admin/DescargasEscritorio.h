@@ -24,7 +24,7 @@ public:
     // The dividend the chosen group pays on a horse of the chosen race.
     bool registrarCondicionado(const Seleccion& s, const QString& caballo, const QString& monto);
     Recordset condicionados(const Seleccion& s);
-    bool eliminarCondicionado(long long id);
+    bool eliminarCondicionado(long long id, const Alcance& alcance = {});
 
 private:
     // The positive amount a row of the chosen group takes; a refusal says what is missing.

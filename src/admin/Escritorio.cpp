@@ -2,11 +2,48 @@
 
 #include "admin/ProcesoCarrera.h"
 #include "core/Context.h"
+#include "core/Db.h"
+#include "core/Session.h"
 #include "core/Formato.h"
 #include "core/Textos.h"
 #include "sales/Juego.h"
 
 namespace hipico {
+
+bool esRed(const Alcance& a) { return a.tipo == Alcance::Tipo::Todos; }
+
+std::string terminoAlcance(const Alcance& a, const char* columnaGrupo, Params& params) {
+    if (esRed(a)) return {};
+    const CondicionSql c = condicionAlcance(Session{}, a, columnaGrupo);
+    params.insert(params.end(), c.params.begin(), c.params.end());
+    return c.sql;
+}
+
+std::string terminoCentro(const Alcance& a, const char* columnaCentro, Params& params) {
+    if (esRed(a)) return {};
+    return std::string(" and ") + columnaCentro + " in (select gch.ch from grupos gch where 1=1" +
+           terminoAlcance(a, "gch.grupo", params) + ")";
+}
+
+std::function<bool(Db&, const Row&)> dentroDe(const Alcance& a) {
+    if (esRed(a)) return {};
+    return [a](Db& d, const Row& b) { return contieneGrupo(d, a, b.text("grupo")); };
+}
+
+bool contieneGrupo(Db& db, const Alcance& a, const QString& grupo) {
+    Params p{grupo};
+    const std::string t = terminoAlcance(a, "grupo", p);
+    return Row::toInteger(db.scalar("SELECT count(*) FROM grupos where grupo = ?" + t, p)) > 0;
+}
+
+bool contieneCentro(Db& db, const Alcance& a, const QString& centro) {
+    Params p{centro};
+    const std::string t = terminoAlcance(a, "grupo", p);
+    return Row::toInteger(db.scalar("SELECT count(*) FROM grupos where ch = ?" + t, p)) > 0;
+}
+
+Alcance alcanceGrupo(const Session& s) { return Alcance::grupo(s.grupo); }
+Alcance alcanceSubgrupo(const Session& s) { return Alcance::subgrupo(s.subgrupoNombre); }
 
 bool Seleccion::centroElegido() const { return !esTodos(centro); }
 bool Seleccion::grupoElegido() const { return !esTodos(grupo); }
@@ -63,22 +100,31 @@ QString OpcionesEscritorio::hipodromoPorDefecto() const {
         .value(0);
 }
 
-QStringList OpcionesEscritorio::centros() const {
-    return lista("select distinct ch from grupos order by ch", {}, "ch", {QStringLiteral("TODOS")});
+QStringList OpcionesEscritorio::centros(const Alcance& a) const {
+    Params p;
+    const std::string t = terminoAlcance(a, "grupo", p);
+    return lista("select distinct ch from grupos where 1=1" + t + " order by ch", p, "ch", {QStringLiteral("TODOS")});
 }
 
-QStringList OpcionesEscritorio::grupos(const QString& centro) const {
-    return esTodos(centro) ? lista("select grupo from grupos order by grupo", {}, "grupo", {QStringLiteral("TODOS")})
-                           : lista("select grupo from grupos where ch = ? order by grupo", {centro}, "grupo",
-                                   {QStringLiteral("TODOS")});
+QStringList OpcionesEscritorio::grupos(const QString& centro, const Alcance& a) const {
+    Params p;
+    std::string sql = "select grupo from grupos where 1=1";
+    if (!esTodos(centro)) {
+        sql += " and ch = ?";
+        p.push_back(centro);
+    }
+    sql += terminoAlcance(a, "grupo", p) + " order by grupo";
+    return lista(sql, p, "grupo", {QStringLiteral("TODOS")});
 }
 
 Recordset OpcionesEscritorio::taquillasDelGrupo(const Seleccion& s) const {
     Recordset rs;
     guardado([&] {
+        Params p{s.grupo};
+        const std::string t = terminoAlcance(s.alcance, "grupo", p);
         rs = db().query("Select * from usuarios where grupo= ?  And (nivel= 'Taquilla' Or nivel = 'Total' OR "
-                        "nivel = 'Taquilla2')",
-                        {s.grupo});
+                        "nivel = 'Taquilla2')" + t,
+                        p);
     });
     return rs;
 }

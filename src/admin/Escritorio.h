@@ -2,8 +2,10 @@
 
 #include "core/Guardia.h"
 #include "core/Recordset.h"
+#include "reportes/Alcance.h"
 
 #include <QString>
+#include <functional>
 #include <QStringList>
 #include <optional>
 
@@ -20,13 +22,37 @@ class Db;
 // through the context's dialogs; a database failure goes through the error
 // guard and changes nothing.
 
-// What the desk acts on: the window's date, track, race, centre and group.
+struct Session;
+
+// A window's scope (the report's Alcance): the administrator's desk works on
+// the whole network ("TODOS"), a manager on the own group or on the groups of
+// the own subgroup. A scope is taken from the session when the window opens,
+// never from a field the user can edit, and travels into every statement as
+// a bound value.
+// The scope's term on a column holding a group code (" and <columna> ...";
+// "" for the network); its value is appended to params.
+std::string terminoAlcance(const Alcance& a, const char* columnaGrupo, Params& params);
+// The same on a column holding a centre: the centres of the scope's groups.
+std::string terminoCentro(const Alcance& a, const char* columnaCentro, Params& params);
+// Whether a group (or a centre) is inside the scope.
+bool contieneGrupo(Db& db, const Alcance& a, const QString& grupo);
+bool contieneCentro(Db& db, const Alcance& a, const QString& centro);
+bool esRed(const Alcance& a);
+// A scope as a void checks it on the locked ticket (by its `grupo`); unset for the network.
+std::function<bool(Db&, const Row&)> dentroDe(const Alcance& a);
+// The manager's scopes: the user's own group, and the subgroup of that group.
+Alcance alcanceGrupo(const Session& s);
+Alcance alcanceSubgrupo(const Session& s);
+
+// What the desk acts on: the window's date, track, race, centre and group,
+// inside the window's scope.
 struct Seleccion {
     QString fecha;                             // "YYYY-MM-DD"
     QString hipodromo;                         // track name ("" = none chosen)
     long long carrera = 1;
     QString centro = QStringLiteral("TODOS");  // a centre, or every centre
     QString grupo = QStringLiteral("TODOS");   // a group, or every group
+    Alcance alcance;                           // the window's scope
     bool centroElegido() const;
     bool grupoElegido() const;
 };
@@ -69,8 +95,9 @@ public:
     explicit OpcionesEscritorio(Context& ctx) : ComandoEscritorio(ctx) {}
     QStringList hipodromos() const;                     // tracks in use (estatus 1)
     QString hipodromoPorDefecto() const;                // the settings' track
-    QStringList centros() const;                        // "TODOS" then every centre
-    QStringList grupos(const QString& centro) const;    // "TODOS" then the centre's groups
+    // "TODOS" then every centre, and the centre's groups, of the scope.
+    QStringList centros(const Alcance& a = {}) const;
+    QStringList grupos(const QString& centro, const Alcance& a = {}) const;
     Recordset taquillasDelGrupo(const Seleccion& s) const;  // usuario, nombre, plantilla
 
 private:

@@ -90,11 +90,22 @@ QTableView* grilla(QWidget* padre, RecordsetModel*& modelo, const QString& nombr
 }  // namespace
 
 Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent)
-    : Ventana(ctx, parent, QStringLiteral("Form_Admin_Win"), QStringLiteral("ADMINISTRACIÓN DE GANADORES"),
+    : Form_Admin_Win(ctx, PerfilGanadores::Administracion, QStringLiteral("Form_Admin_Win"), parent) {}
+
+Form_Admin_Win::Form_Admin_Win(Context& ctx, PerfilGanadores perfil, const QString& nombre, QWidget* parent)
+    : Ventana(ctx, parent, nombre,
+              perfil == PerfilGanadores::Administracion ? QStringLiteral("ADMINISTRACIÓN DE GANADORES")
+                                                         : QStringLiteral("Admin: ") + ctx.session.nombre,
               Centrado::SegunAjuste),
-      opciones_(ctx), ventasCarrera_(ctx), tarjeta_(ctx), resultado_(ctx),
+      perfil_(perfil),
+      alcance_(perfil == PerfilGanadores::GerenciaGrupo      ? alcanceGrupo(ctx.session)
+               : perfil == PerfilGanadores::GerenciaSubgrupo ? alcanceSubgrupo(ctx.session)
+                                                             : Alcance()),
+      opciones_(ctx), gerencia_(ctx), ventasCarrera_(ctx), tarjeta_(ctx), resultado_(ctx),
       cupos_(ctx), reglaCentro_(ctx), descargasGrupo_(ctx), boletosEscritorio_(ctx) {
     setAttribute(Qt::WA_DeleteOnClose);
+    // A manager's window reads the group's switches once, as it opens.
+    if (gerencia()) switches_ = gerencia_.switches();
     auto* raiz = new QVBoxLayout(this);
     auto* encabezado = new QGroupBox(QStringLiteral("Carrera del día"), this);
     construirEncabezado(encabezado);
@@ -102,12 +113,19 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, QWidget* parent)
 
     pestanas_ = new QTabWidget(this);
     pestanas_->setObjectName("pestanas");
-    pestanas_->addTab(construirCarrera(), QStringLiteral("Carrera y resultado"));
-    pestanas_->addTab(construirCupos(), QStringLiteral("Cupos"));
-    pestanas_->addTab(construirDividendos(), QStringLiteral("Dividendos"));
+    if (gerencia()) pestanas_->addTab(construirVentasGerencia(), QStringLiteral("Ventas"));
+    else pestanas_->addTab(construirCarrera(), QStringLiteral("Carrera y resultado"));
+    const int cupos = pestanas_->addTab(construirCupos(), QStringLiteral("Cupos"));
+    const int dividendos = pestanas_->addTab(construirDividendos(), QStringLiteral("Dividendos"));
     pestanas_->addTab(construirDescargas(), QStringLiteral("Descargas y condicionados"));
     pestanas_->addTab(construirBoletos(), QStringLiteral("Boletos"));
     pestanas_->addTab(construirTaquillas(), QStringLiteral("Taquillas"));
+    if (gerencia()) {
+        pestanas_->addTab(construirMensaje(), QStringLiteral("Mensaje"));
+        // The group's switches open the limits and the rule to its manager.
+        pestanas_->setTabEnabled(cupos, switches_.admincupo);
+        pestanas_->setTabEnabled(dividendos, switches_.admindiv);
+    }
     pestanas_->setCornerWidget(esquina_, Qt::TopRightCorner);
     subasta_ = new PanelSubasta(
         ctx,
@@ -148,11 +166,21 @@ void Form_Admin_Win::construirEncabezado(QWidget* panel) {
     carrera_->setValue(int(inicial.carrera));
     centro_ = new QComboBox(panel);
     centro_->setObjectName("centro");
-    centro_->addItems(opciones_.centros());
+    centro_->addItems(opciones_.centros(alcance_));
     grupo_ = new QComboBox(panel);
     grupo_->setObjectName("grupo");
     cargando_ = false;
     llenarGrupos();
+    if (perfil_ == PerfilGanadores::GerenciaGrupo) {
+        // The centre manager works on the own centre and group only.
+        cargando_ = true;
+        centro_->setCurrentText(ctx_.session.ch);
+        cargando_ = false;
+        llenarGrupos();
+        grupo_->setCurrentText(ctx_.session.grupo);
+        centro_->setEnabled(false);
+        grupo_->setEnabled(false);
+    }
     auto_ = new QCheckBox(QStringLiteral("Actualizar cada 5 s"), panel);
     auto_->setObjectName("auto");
     auto* actualizar = boton(QStringLiteral("Actualizar"), "actualizar", panel);
@@ -191,21 +219,25 @@ void Form_Admin_Win::construirEncabezado(QWidget* panel) {
     connect(actualizar, &QPushButton::clicked, this, &Form_Admin_Win::refrescar);
 }
 
+QVBoxLayout* Form_Admin_Win::columnaVentas(QWidget* w) {
+    auto* columna = new QVBoxLayout;
+    ventas_ = new QListWidget(w);
+    ventas_->setObjectName("ventas");
+    ventas_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    ventas_->setMinimumWidth(gerencia() ? 230 : 200);
+    columna->addWidget(ventas_, 1);
+    dia_ = new QLabel(w);
+    dia_->setObjectName("dia");
+    columna->addWidget(dia_);
+    return columna;
+}
+
 QWidget* Form_Admin_Win::construirCarrera() {
     auto* w = new QWidget;
     auto* fila = new QHBoxLayout(w);
 
     // Sales per horse and the day's totals.
-    auto* izquierda = new QVBoxLayout;
-    ventas_ = new QListWidget(w);
-    ventas_->setObjectName("ventas");
-    ventas_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    ventas_->setMinimumWidth(200);
-    izquierda->addWidget(ventas_, 1);
-    dia_ = new QLabel(w);
-    dia_->setObjectName("dia");
-    izquierda->addWidget(dia_);
-    fila->addLayout(izquierda);
+    fila->addLayout(columnaVentas(w));
 
     // The race's horses with their cells.
     auto* centro = new QVBoxLayout;
@@ -362,6 +394,21 @@ QWidget* Form_Admin_Win::construirCupos() {
     });
     auto* pie = new QHBoxLayout;
     pie->addWidget(todos);
+    if (gerencia()) {
+        // The manager's block and restore of horses 1 to 14.
+        auto* bloquear = boton(QStringLiteral("Bloquear ventas"), "bloquearCupos", w);
+        auto* restaurar = boton(QStringLiteral("Restaurar cupos"), "restaurarCupos", w);
+        connect(bloquear, &QPushButton::clicked, this, [this] {
+            cupos_.bloquear(seleccion());
+            refrescarCupos();
+        });
+        connect(restaurar, &QPushButton::clicked, this, [this] {
+            cupos_.restaurar(seleccion());
+            refrescarCupos();
+        });
+        pie->addWidget(bloquear);
+        pie->addWidget(restaurar);
+    }
     pie->addStretch(1);
     raiz->addLayout(pie);
     raiz->addStretch(1);
@@ -528,7 +575,7 @@ QWidget* Form_Admin_Win::construirDescargas() {
     connect(eliminar, &QPushButton::clicked, this, [this] {
         const QModelIndex i = condTabla_->currentIndex();
         if (!i.isValid()) return;
-        descargasGrupo_.eliminarCondicionado(condModelo_->recordset()[i.row()].integer("id_condicionado"));
+        descargasGrupo_.eliminarCondicionado(condModelo_->recordset()[i.row()].integer("id_condicionado"), alcance_);
         refrescarDescargas();
     });
     fila->addWidget(cond, 1);
@@ -541,12 +588,23 @@ QWidget* Form_Admin_Win::construirBoletos() {
     auto* filtros = new QHBoxLayout;
     clase_ = new QComboBox(w);
     clase_->setObjectName("clase");
-    clase_->addItems(BoletosEscritorio::clasesEstatus());
+    const auto& consulta =
+        gerencia() ? BoletosEscritorio::consultaGerencia() : BoletosEscritorio::consultaEscritorio();
+    clase_->addItems(consulta.clases);
     clase_->setCurrentText("TODAS");
     buscaCaballo_ = cajaDesk(w, "buscaCaballo", SoloNumeros, 60);
     historico_ = new QCheckBox(QStringLiteral("Boletos guardados"), w);
     historico_->setObjectName("historico");
     auto* botonBuscar = boton(QStringLiteral("Buscar"), "buscar", w);
+    if (consulta.rango) {
+        // The manager searches a range of races: from the header's race to this one.
+        hasta_ = new QSpinBox(w);
+        hasta_->setObjectName("hasta");
+        hasta_->setRange(1, 30);
+        hasta_->setValue(12);
+        filtros->addWidget(new QLabel(QStringLiteral("Hasta la carrera:"), w));
+        filtros->addWidget(hasta_);
+    }
     filtros->addWidget(new QLabel(QStringLiteral("Estatus:"), w));
     filtros->addWidget(clase_);
     filtros->addWidget(new QLabel(QStringLiteral("Caballo:"), w));
@@ -556,11 +614,16 @@ QWidget* Form_Admin_Win::construirBoletos() {
     // The search printed: the ticket report window on the tickets found.
     auto* imprimir = boton(QStringLiteral("Imprimir"), "imprimirBusqueda", w);
     filtros->addWidget(imprimir);
-    connect(imprimir, &QPushButton::clicked, this, [this] {
+    connect(imprimir, &QPushButton::clicked, this, [this, c = &consulta] {
         if (const auto p = boletosEscritorio_.reporteBusqueda(seleccion(), clase_->currentText(), buscaCaballo_->text(),
-                                                              historico_->isChecked()))
+                                                              historico_->isChecked(), *c,
+                                                              hasta_ ? hasta_->value() : 0))
             abrirReporteBoletos(ctx_, 1, *p, this);
     });
+    // The group's switch opens the ticket listing to its manager.
+    if (gerencia())
+        for (QWidget* b : {static_cast<QWidget*>(imprimir), static_cast<QWidget*>(botonBuscar)})
+            b->setEnabled(switches_.visualBoletos);
     filtros->addStretch(1);
     raiz->addLayout(filtros);
     connect(botonBuscar, &QPushButton::clicked, this, &Form_Admin_Win::buscar);
@@ -589,7 +652,14 @@ QWidget* Form_Admin_Win::construirBoletos() {
         const char* nombre;
         std::function<bool()> fn;
     };
-    const QVector<Comando> lista = {
+    const QVector<Comando> gerente = {
+        {"Anular", "anularGerencia",
+         [this] { return boletosEscritorio_.anularGerencia(alcance_, switches_.pedirMotivo); }},
+        {"Anular por número", "anularNumero",
+         [this] { return boletosEscritorio_.anularPorNumero(numeroBoleto(), alcance_); }},
+        {"Anular Macuare", "anularMacuare", [this] { return boletosEscritorio_.anularMacuare(alcance_); }},
+    };
+    const QVector<Comando> administrador = {
         {"Anular", "anularNumero", [this] { return boletosEscritorio_.anularPorNumero(numeroBoleto()); }},
         {"Anular por código", "anularCodigo", [this] { return boletosEscritorio_.anularPorCodigo(); }},
         {"Pagar", "pagar", [this] { return boletosEscritorio_.pagar(numeroBoleto()); }},
@@ -597,14 +667,20 @@ QWidget* Form_Admin_Win::construirBoletos() {
         {"Renumerar", "renumerar", [this] { return boletosEscritorio_.renumerar(numeroBoleto()); }},
         {"Anular Macuare", "anularMacuare", [this] { return boletosEscritorio_.anularMacuare(); }},
     };
-    for (const Comando& c : lista) {
+    for (const Comando& c : gerencia() ? gerente : administrador) {
         auto* b = boton(QString::fromUtf8(c.texto), c.nombre, w);
         connect(b, &QPushButton::clicked, this, [this, fn = c.fn] {
             if (fn() && !boletosModelo_->recordset().empty()) buscar();
         });
+        // The group's switch opens the voids to its manager.
+        b->setEnabled(!gerencia() || switches_.gerenteEliminar);
         comandos->addWidget(b);
     }
     comandos->addStretch(1);
+    if (gerencia()) {
+        raiz->addLayout(comandos);
+        return w;
+    }
     auto* auditar = boton(QStringLiteral("Auditoría"), "auditoria", w);
     auto* borrar = boton(QStringLiteral("Borrar auditoría"), "borrarAuditoria", w);
     comandos->addWidget(auditar);
@@ -638,6 +714,92 @@ QWidget* Form_Admin_Win::construirTaquillas() {
     raiz->addWidget(new QLabel(QStringLiteral("Taquillas del grupo elegido"), w));
     taquillas_ = grilla(w, taquillasModelo_, "taquillas");
     raiz->addWidget(taquillas_, 1);
+    if (perfil_ == PerfilGanadores::GerenciaSubgrupo) {
+        auto* fila = new QHBoxLayout;
+        supervisor_ = new QComboBox(w);
+        supervisor_->setObjectName("supervisorTF");
+        supervisor_->addItems(gerencia_.supervisoresTF());
+        supervisor_->setCurrentText(gerencia_.supervisorTF());
+        auto* guardar = boton(QStringLiteral("Guardar supervisor"), "guardarSupervisor", w);
+        connect(guardar, &QPushButton::clicked, this,
+                [this] { gerencia_.guardarSupervisorTF(supervisor_->currentText()); });
+        fila->addWidget(new QLabel(QStringLiteral("Supervisor de tabla fija:"), w));
+        fila->addWidget(supervisor_);
+        fila->addWidget(guardar);
+        fila->addStretch(1);
+        raiz->addLayout(fila);
+    }
+    return w;
+}
+
+QWidget* Form_Admin_Win::construirVentasGerencia() {
+    auto* w = new QWidget;
+    auto* fila = new QHBoxLayout(w);
+    QVBoxLayout* izquierda = columnaVentas(w);
+    auto* contacto = new QLabel(QStringLiteral("Administrador: %1    Técnico: %2")
+                                    .arg(switches_.nuAdministrador, switches_.nuTecnico),
+                                w);
+    contacto->setObjectName("contacto");
+    izquierda->addWidget(contacto);
+    if (perfil_ == PerfilGanadores::GerenciaSubgrupo) {
+        auto* limpiar = boton(QStringLiteral("Limpiar dividendos"), "limpiarDividendos", w);
+        connect(limpiar, &QPushButton::clicked, this, [this] {
+            resultado_.limpiarDividendos(seleccion());
+            refrescarVentas();
+        });
+        izquierda->addWidget(limpiar);
+    }
+    fila->addLayout(izquierda, 1);
+
+    auto* taquillas = new QGroupBox(QStringLiteral("Ventas por taquilla"), w);
+    auto* t = new QVBoxLayout(taquillas);
+    auto* filtros = new QHBoxLayout;
+    taqHasta_ = new QSpinBox(taquillas);
+    taqHasta_->setObjectName("taqHasta");
+    taqHasta_->setRange(1, 30);
+    taqHasta_->setValue(12);
+    taqTodas_ = new QCheckBox(QStringLiteral("TODAS"), taquillas);
+    taqTodas_->setObjectName("taqTodas");
+    taqTodas_->setChecked(true);
+    auto* ver = boton(QStringLiteral("Ver ventas"), "verTaquillas", taquillas);
+    filtros->addWidget(new QLabel(QStringLiteral("Carreras desde la del encabezado hasta:"), taquillas));
+    filtros->addWidget(taqHasta_);
+    filtros->addWidget(taqTodas_);
+    filtros->addWidget(ver);
+    filtros->addStretch(1);
+    t->addLayout(filtros);
+    taqLista_ = new QListWidget(taquillas);
+    taqLista_->setObjectName("taqLista");
+    taqLista_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    t->addWidget(taqLista_, 1);
+    connect(ver, &QPushButton::clicked, this, &Form_Admin_Win::refrescarTaquillasVentas);
+    fila->addWidget(taquillas, 2);
+    return w;
+}
+
+QWidget* Form_Admin_Win::construirMensaje() {
+    auto* w = new QWidget;
+    auto* raiz = new QVBoxLayout(w);
+    auto* caja = new QGroupBox(QStringLiteral("Mensaje a las taquillas del grupo"), w);
+    auto* m = new QHBoxLayout(caja);
+    mensaje_ = new QLineEdit(caja);
+    mensaje_->setObjectName("mensaje");
+    mensaje_->setMaxLength(255);
+    auto* guardar = boton(QStringLiteral("Guardar mensaje"), "guardarMensaje", caja);
+    auto* borrar = boton(QStringLiteral("Borrar mensaje"), "borrarMensaje", caja);
+    m->addWidget(mensaje_, 1);
+    m->addWidget(guardar);
+    m->addWidget(borrar);
+    connect(guardar, &QPushButton::clicked, this, [this] {
+        gerencia_.guardarMensaje(mensaje_->text());
+        refrescarMensaje();
+    });
+    connect(borrar, &QPushButton::clicked, this, [this] {
+        gerencia_.borrarMensaje();
+        refrescarMensaje();
+    });
+    raiz->addWidget(caja);
+    raiz->addStretch(1);
     return w;
 }
 
@@ -650,6 +812,7 @@ Seleccion Form_Admin_Win::seleccion() const {
     s.carrera = carrera_->value();
     s.centro = centro_->currentText();
     s.grupo = grupo_->currentText();
+    s.alcance = alcance_;
     return s;
 }
 
@@ -657,14 +820,19 @@ void Form_Admin_Win::llenarGrupos() {
     cargando_ = true;
     const QString antes = grupo_->currentText();
     grupo_->clear();
-    grupo_->addItems(opciones_.grupos(centro_->currentText()));
+    grupo_->addItems(opciones_.grupos(centro_->currentText(), alcance_));
     if (grupo_->findText(antes) >= 0) grupo_->setCurrentText(antes);
     cargando_ = false;
 }
 
 void Form_Admin_Win::refrescar() {
     refrescarVentas();
-    refrescarCarrera();
+    if (gerencia()) {
+        refrescarTaquillasVentas();
+        refrescarMensaje();
+    } else {
+        refrescarCarrera();
+    }
     refrescarCupos();
     refrescarRegla();
     refrescarDescargas();
@@ -673,11 +841,21 @@ void Form_Admin_Win::refrescar() {
 }
 
 void Form_Admin_Win::refrescarVentas() {
-    const VentasCarrera::VentasCaballos v = ventasCarrera_.ventasPorCaballo(seleccion());
+    // The manager's sales count every ticket; the group's switch drops the status term.
+    const auto conteo = !gerencia()              ? VentasCarrera::Conteo::SinAnulados
+                        : switches_.noSumarRet ? VentasCarrera::Conteo::TerminoDevoluciones
+                                               : VentasCarrera::Conteo::Todos;
+    const VentasCarrera::VentasCaballos v = ventasCarrera_.ventasPorCaballo(seleccion(), conteo);
     ventas_->clear();
     ventas_->addItems(ventasCarrera_.lineasVentas(v));
     const VentasCarrera::VentasDia d = ventasCarrera_.ventasDelDia(seleccion());
     const bool dolar = ctx_.session.enDolares();
+    if (gerencia()) {
+        dia_->setText(QStringLiteral("Venta del día: %1 ganadores (%2)\nMonto Cobrado :           %3")
+                          .arg(QLocale(QLocale::English).toString(d.unidades, 'f', 0), formatoMonto(d.monto, dolar),
+                               formatoMonto(d.cobradoYPorCobrar, dolar)));
+        return;
+    }
     dia_->setText(QStringLiteral("Venta del día: %1 ganadores (%2)\n Monto Cobrado: %3\n Cobrado y por cobrar: %4")
                       .arg(QLocale(QLocale::English).toString(d.unidades, 'f', 0), formatoMonto(d.monto, dolar),
                            formatoMonto(d.cobrado, dolar), formatoMonto(d.cobradoYPorCobrar, dolar)));
@@ -792,6 +970,16 @@ void Form_Admin_Win::refrescarDescargas() {
                                                        col(" Condicionado ", "montocond")});
 }
 
+void Form_Admin_Win::refrescarTaquillasVentas() {
+    taqLista_->clear();
+    taqLista_->addItems(gerencia_.lineasTaquillas(
+        gerencia_.ventasPorTaquilla(seleccion(), taqHasta_->value(), taqTodas_->isChecked())));
+}
+
+void Form_Admin_Win::refrescarMensaje() {
+    mensaje_->setText(gerencia_.mensaje());
+}
+
 void Form_Admin_Win::refrescarTaquillas() {
     taquillasModelo_->setRecordset(opciones_.taquillasDelGrupo(seleccion()),
                                    {col(" USUARIO ", "usuario"), col(" NOMBRE ", "nombre"), col(" PLANTILLA ", "plantilla")});
@@ -816,13 +1004,34 @@ void Form_Admin_Win::mostrarProceso(const ResultadoProceso& r) {
 }
 
 void Form_Admin_Win::buscar() {
-    const auto b = boletosEscritorio_.buscar(seleccion(), clase_->currentText(), buscaCaballo_->text(), historico_->isChecked());
+    const auto b = gerencia()
+                       ? boletosEscritorio_.buscar(seleccion(), clase_->currentText(), buscaCaballo_->text(),
+                                                   historico_->isChecked(), BoletosEscritorio::consultaGerencia(),
+                                                   hasta_->value())
+                       : boletosEscritorio_.buscar(seleccion(), clase_->currentText(), buscaCaballo_->text(),
+                                                   historico_->isChecked());
     if (!b) {
         boletosModelo_->setRecordset(Recordset());
         boletosTotal_->clear();
         return;
     }
     static const QStringList estados{"NO GANADOR", "POR PAGAR", "PAGADO", "RET. PAGADO", "RET. POR PAGAR"};
+    const auto estatus = col(" ESTATUS ", "estatus", [](const Row& r) {
+        return estados.value(int(r.integer("estatus")), r.text("estatus"));
+    });
+    const bool dolar = ctx_.session.enDolares();
+    if (gerencia()) {
+        boletosModelo_->setRecordset(
+            b->filas, {col(" BOLETO ", "nu_boleto"), col(" CAR ", "carrera"), col(" CAB ", "caballo"),
+                       col(" GAND ", "ganadores"),
+                       col(" DOLARS ", "dolares", [dolar](const Row& r) { return formatoMonto(r.number("dolares"), dolar); }),
+                       col(" COBRADO ", "cobrado"), estatus, col(" TAQ ", "grupo"), col(" CH ", "ch")});
+        boletosTotal_->setText(QStringLiteral("Boletos: %1    Ganadores: %2    Monto: %3    Pagado: %4    Por pagar: %5")
+                                   .arg(b->filas.size())
+                                   .arg(textoNumero(b->sumaganadores), formatoMonto(b->sumadolares, dolar),
+                                        formatoMonto(b->sumacobrado, dolar), formatoMonto(b->sumaporcobrar, dolar)));
+        return;
+    }
     boletosModelo_->setRecordset(
         b->filas, {col(" BOLETO ", "nu_boleto"),
                    col(" HORA ", "hora"),
@@ -830,11 +1039,9 @@ void Form_Admin_Win::buscar() {
                    col(" CAB ", "caballo"),
                    col(" GANAD ", "ganadores"),
                    col(" COBRADO ", "cobrado"),
-                   col(" ESTATUS ", "estatus",
-                       [](const Row& r) { return estados.value(int(r.integer("estatus")), r.text("estatus")); }),
+                   estatus,
                    col(" TAQ ", "grupo"),
                    col(" CH ", "ch")});
-    const bool dolar = ctx_.session.enDolares();
     boletosTotal_->setText(QStringLiteral("Boletos: %1    Ganadores: %2    Cobrado: %3    Por cobrar: %4")
                                .arg(b->filas.size())
                                .arg(textoNumero(b->sumaganadores), formatoMonto(b->sumacobrado, dolar),

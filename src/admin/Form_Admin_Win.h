@@ -5,6 +5,7 @@
 #include "admin/CentroEscritorio.h"
 #include "admin/DescargasEscritorio.h"
 #include "admin/Escritorio.h"
+#include "admin/GerenciaEscritorio.h"
 
 #include "gui/Ventana.h"
 
@@ -23,6 +24,7 @@ class QTabWidget;
 class QTableView;
 class QTableWidget;
 class QTimer;
+class QVBoxLayout;
 
 namespace hipico {
 
@@ -30,9 +32,15 @@ class Context;
 class PanelSubasta;
 class RecordsetModel;
 
+// Which of the winner windows a view is: the administrator's desk, or a
+// manager's window on the own group or on the groups of the own subgroup.
+enum class PerfilGanadores { Administracion, GerenciaGrupo, GerenciaSubgrupo };
+
 // The winners pool administration window: the administrator's desk for the
 // winner-bet game of one day. All work is done by the desk's commands, each
 // given the selection the header shows; this view shows what they return.
+// The managers' windows are the same desk inside the manager's scope (taken
+// from the session), with the manager's tabs instead of the race's.
 class Form_Admin_Win : public Ventana<QWidget> {
     Q_OBJECT
 public:
@@ -41,7 +49,17 @@ public:
     // Re-reads what the window shows for the chosen date, race, centre and group.
     void refrescar();
 
+protected:
+    Form_Admin_Win(Context& ctx, PerfilGanadores perfil, const QString& nombre, QWidget* parent);
+
 private:
+    bool gerencia() const { return perfil_ != PerfilGanadores::Administracion; }
+    // The sales per horse above the day's totals.
+    QVBoxLayout* columnaVentas(QWidget* w);
+    QWidget* construirVentasGerencia();
+    QWidget* construirMensaje();
+    void refrescarTaquillasVentas();
+    void refrescarMensaje();
     void construirEncabezado(QWidget* panel);
     QWidget* construirCarrera();
     QWidget* construirCupos();
@@ -64,7 +82,11 @@ private:
     void buscar();
     long long numeroBoleto();
 
+    PerfilGanadores perfil_;
+    Alcance alcance_;            // from the session, fixed for the window's life
     OpcionesEscritorio opciones_;
+    GerenciaGrupo gerencia_;
+    SwitchesGerencia switches_;  // the group's switches, read on opening
     VentasCarrera ventasCarrera_;
     TarjetaCarrera tarjeta_;
     ResultadoCarrera resultado_;
@@ -130,8 +152,17 @@ private:
     QLabel* boletosTotal_ = nullptr;
     QLineEdit* numero_ = nullptr;
 
+    QSpinBox* hasta_ = nullptr;  // the manager's search: races up to
+
     // Booth users.
     QTableView* taquillas_ = nullptr;
+    QComboBox* supervisor_ = nullptr;
+
+    // The manager's sales per booth and booth message.
+    QSpinBox* taqHasta_ = nullptr;
+    QCheckBox* taqTodas_ = nullptr;
+    QListWidget* taqLista_ = nullptr;
+    QLineEdit* mensaje_ = nullptr;
 
     // The race's auction cells.
     PanelSubasta* subasta_ = nullptr;

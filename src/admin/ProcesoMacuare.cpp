@@ -1,5 +1,7 @@
 #include "admin/ProcesoMacuare.h"
 
+#include "admin/Escritorio.h"
+
 #include "core/Context.h"
 #include "core/Db.h"
 #include "core/Guardia.h"
@@ -295,12 +297,13 @@ const QString kTituloAdmin = QStringLiteral("ADMINISTRACION DEL SISTEMA");
 
 }  // namespace
 
-bool ProcesoMacuare::anularBoleto() {
+bool ProcesoMacuare::anularBoleto(const Alcance& alcance) {
     const auto codigo = ctx_.dialogs.ask(texto::TituloAnulacionMacuares, QStringLiteral("INGRESE EL CODIGO DEL BOLETO DEL MACUARE"));
     if (!codigo || codigo->trimmed().isEmpty()) return false;
     ReglasAnulacion r;
     r.codigo = codigo->trimmed();
     r.soloVendidos = true;
+    r.dentro = dentroDe(alcance);
     const auto hecho = intentar(ctx_, kVentanaAdminMC, [&] {
         Db& db = ctx_.servidor();
         const Recordset rs = db.query("SELECT numero FROM macuares Where boleto= ?", {r.codigo});

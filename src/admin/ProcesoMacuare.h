@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reportes/Alcance.h"
 #include "sales/JuegoMacuare.h"
 
 #include <QString>
@@ -87,7 +88,7 @@ public:
     // Asks the code ("INGRESE EL CODIGO DEL BOLETO DEL MACUARE") and voids
     // the ticket through the void flow: only a ticket not yet a winner, and
     // only while the Macuare sells; audit row and combination register with it.
-    bool anularBoleto();
+    bool anularBoleto(const Alcance& alcance = {});
     // Pays a due winner at the desk (status 2, paid on its sale date), with
     // the reason asked and an audit row; the group's day row moves with it.
     bool pagarBoleto(const QString& codigo);

@@ -2,6 +2,7 @@
 
 #include "admin/Form_Admin_MC.h"
 #include "admin/Form_Admin_Win.h"
+#include "admin/Form_Gerencia.h"
 #include "core/WindowRegistry.h"
 #include "masterdata/Form_Hipicos.h"
 #include "masterdata/Form_TablaDeNombres.h"
@@ -29,6 +30,8 @@ void registrarVentanas(WindowRegistry& registro) {
     registro.add("abrir_cerrar_menu", [](Context& ctx, QWidget* menu) { return new Form_AbrirCerrar(ctx, menu); });
     registro.add("ch_menu_grupo", [](Context& ctx, QWidget* menu) { return new Form_CambiarGrupo(ctx, menu); });
     registro.add("cg_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_Win(ctx, menu); });
+    registro.add("vt_ger_menu", [](Context& ctx, QWidget* menu) { return new Form_Geren_Ganadores(ctx, menu); });
+    registro.add("gh_menu", [](Context& ctx, QWidget* menu) { return new Form_Gerencia_Grupos(ctx, menu); });
     registro.add("vg_menu", [](Context& ctx, QWidget* menu) { return new Form_Venta_WIN(ctx, menu); });
     registro.add("pimp_menu", [](Context& ctx, QWidget* menu) { return new Form_ConfImpresion(ctx, menu); });
     registro.add("configuracion_menu",

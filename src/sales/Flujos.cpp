@@ -276,7 +276,7 @@ ResultadoAnulacion anular(Db& db, const Juego& juego, long long numero, const Re
         const std::optional<Row> b = bloquearBoleto(db, juego, numero);
         // Gone, or no longer the ticket that was looked up (voided meanwhile).
         if (!b || (!r.codigo.isEmpty() && b->text(juego.codigo) != r.codigo) ||
-            (r.ambito && b->text(r.ambito) != r.valorAmbito))
+            (r.ambito && b->text(r.ambito) != r.valorAmbito) || (r.dentro && !r.dentro(db, *b)))
             return ResultadoAnulacion::NoEncontrado;
         const Estatus e = estatusDe(*b);
         if ((!r.noAntesDe.isEmpty() && b->text("fecha") < r.noAntesDe) ||
@@ -326,14 +326,16 @@ std::optional<QString> preguntar(Context& ctx, const QString& titulo, const QStr
 ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnulacion& p, long long numero) {
     QString codigo;
     if (p.pideCodigo) {
-        const auto c = preguntar(ctx, texto::TituloCodigoBoleto, texto::IngreseCodigoBoleto);
+        const auto c = preguntar(ctx, texto::TituloCodigoBoleto,
+                                 p.textoCodigo.isEmpty() ? texto::IngreseCodigoBoleto : p.textoCodigo);
         if (!c || c->isEmpty()) return ResultadoAnulacion::Cancelada;
         codigo = *c;
     } else if (numero <= 0) {
         ctx.dialogs.refuse(p.titulo, p.noEncontrado);
         return ResultadoAnulacion::NoEncontrado;
     }
-    const auto motivo = preguntar(ctx, p.tituloMotivo, texto::IngreseMotivo, texto::MotivoAnulado);
+    const auto motivo = p.pideMotivo ? preguntar(ctx, p.tituloMotivo, texto::IngreseMotivo, texto::MotivoAnulado)
+                                     : std::optional<QString>(texto::MotivoAnulado);
     if (!motivo) return ResultadoAnulacion::Cancelada;
     if (motivo->isEmpty()) {
         if (p.avisaSinMotivo) ctx.dialogs.refuse(texto::TituloVerificacionSistema, texto::SinMotivo);
@@ -353,6 +355,7 @@ ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnu
     reglas.nuncaLiquidados = p.nuncaLiquidados;
     reglas.forzado = forzado;
     reglas.noSiVentaCerrada = p.noSiVentaCerrada;
+    reglas.dentro = p.dentro;
 
     const auto resultado = intentar(ctx, p.ventana, [&] {
         Db& db = ctx.servidor();

@@ -124,6 +124,8 @@ struct ReglasAnulacion {
     bool nuncaLiquidados = false;    // a paid ticket stays
     bool forzado = false;            // the administrator's code: the game's closed rule does not hold
     bool noSiVentaCerrada = false;   // a ticket whose race no longer sells stays
+    // The place's scope (unset: none): a ticket outside it is not found.
+    std::function<bool(Db& db, const Row& boleto)> dentro;
 };
 enum class ResultadoAnulacion { Cancelada, NoEncontrado, NoAnulable, Cerrado, VentaCerrada, Anulado, Error };
 
@@ -139,7 +141,9 @@ struct PuntoAnulacion {
     QString ventana;                 // for the error log
     QString titulo;                  // title of the outcome messages
     bool pideCodigo = true;          // asks the code (else the caller gives the number)
+    QString textoCodigo;             // the code prompt ("" the shared one)
     QString tituloMotivo;            // title of the reason box
+    bool pideMotivo = true;          // else the reason is the default one
     bool avisaSinMotivo = false;     // an empty reason is refused with a message (else dropped)
     const char* ambito = nullptr;    // the column the ticket shares with the session's value
     QString valorAmbito;
@@ -149,6 +153,8 @@ struct PuntoAnulacion {
     bool nuncaLiquidados = false;
     bool noSiVentaCerrada = false;   // a ticket whose race no longer sells stays
     QStringList codigosAdmin;        // reasons that void a ticket of a processed race here
+    // The place's scope on the locked ticket (unset: none): outside it, not found.
+    std::function<bool(Db& db, const Row& boleto)> dentro;
     // Asked once the ticket is found (unset: nothing asked); false stops.
     std::function<bool(Db& db, const Row& boleto)> confirmar;
 };

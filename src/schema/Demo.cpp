@@ -141,6 +141,11 @@ void cargarDemo(Db& db, const QDate& hoy) {
                      QString("AGENCIA ") + g.grupo, oriente ? 0 : 1, oriente ? 1.0 : 0.5});
         }
 
+        // Every manager's switch of 07 ("gerente" opens both managers' windows) and of 12.
+        db.exec("UPDATE grupos SET admincupo = 1, admindiv = 1, gerente_eliminar = 1, visualboletosgerente = 1, "
+                "pedir_motivo = 1, nu_administrador = '0414-5550101', nu_tecnico = '0412-5550202', "
+                "mensajech = 'BIENVENIDOS' WHERE grupo IN ('07', '12')");
+
         db.exec("INSERT INTO venta_cupo_ganadores (ch, cab1, cab2, cab3, cab4, cab5, cab6, cab7, cab8, cab9, cab10, "
                 "cab11, cab12, cab13, cab14, cab15, cab16) VALUES "
                 "('LOS PINOS', 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500), "

@@ -34,19 +34,11 @@ class TstAdminDesk : public QObject {
 
     // The desk's selection: the working day's race on the first track.
     Seleccion admin(long long carrera, const QString& centro = "TODOS", const QString& grupo = "TODOS") {
-        Seleccion a = seleccionInicial(env->ctx);
-        a.hipodromo = "LA RINCONADA";
-        a.carrera = carrera;
-        a.centro = centro;
-        a.grupo = grupo;
-        return a;
+        return seleccionDePrueba(env->ctx, carrera, centro, grupo);
     }
 
     void esperar(const QString& titulo, const QString& texto, Icon icono = Icon::Critical) {
-        QVERIFY(dlg().count() > 0);
-        QCOMPARE(dlg().last().title, titulo);
-        QCOMPARE(dlg().last().text, texto);
-        QCOMPARE(dlg().last().icon, icono);
+        esperarCaja(dlg(), titulo, texto, icono);
     }
 
     double contar(const std::string& sql, const Params& p = {}) { return numberOf(db(), sql, p); }

@@ -54,6 +54,8 @@ const QVector<Caso>& casos() {
         {"Form_CambiarGrupo", "ch_menu_grupo", "admin", "lstGrupos", true},
         {"Form_ConfiguracionGeneral", "configuracion_menu", "admin", "fecha", true},
         {"Form_Admin_Win", "cg_menu", "admin", "carrera", true},
+        {"Form_Geren_Ganadores", "vt_ger_menu", "gerente", "carrera", true},
+        {"Form_Gerencia_Grupos", "gh_menu", "gerente", "carrera", true},
         {"Form_Hipicos", "ch_menu_principal", "admin", "Grilla", true},
         {"Form_Usuarios", "cu_menu", "admin", "Grilla", true},
         {"Form_IngresoJugadas", "m_clientesj", "taquilla1", "Text_Bus2", true},

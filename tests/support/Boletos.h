@@ -2,7 +2,10 @@
 
 // Tickets for the tests: sold through the program's own writer, settled by
 // the program's own results processing.
+#include "admin/Escritorio.h"
 #include "admin/ProcesoCarrera.h"
+#include "core/Context.h"
+#include "core/Dialogs.h"
 #include "core/Db.h"
 #include "core/Formato.h"
 #include "sales/Juego.h"
@@ -10,6 +13,7 @@
 #include "schema/Escritores.h"
 
 #include <QDate>
+#include <QtTest>
 
 namespace hipico::test {
 
@@ -19,6 +23,28 @@ struct BoletoDePrueba {
     QString codigo;
     operator long long() const { return numero; }
 };
+
+// The desk's selection for a test: the working day's race on the first
+// track, a centre and a group (or every one), inside a scope.
+inline Seleccion seleccionDePrueba(const Context& ctx, long long carrera, const QString& centro = "TODOS",
+                                   const QString& grupo = "TODOS", const Alcance& alcance = {}) {
+    Seleccion s = seleccionInicial(ctx);
+    s.hipodromo = "LA RINCONADA";
+    s.carrera = carrera;
+    s.centro = centro;
+    s.grupo = grupo;
+    s.alcance = alcance;
+    return s;
+}
+
+// The last box shown: its title, text and icon.
+inline void esperarCaja(const ScriptedDialogs& d, const QString& titulo, const QString& texto,
+                        Icon icono = Icon::Critical) {
+    QVERIFY(d.count() > 0);
+    QCOMPARE(d.last().title, titulo);
+    QCOMPARE(d.last().text, texto);
+    QCOMPARE(d.last().icon, icono);
+}
 
 // A winner ticket as the booth sells it: the row through the writer of
 // ma_principal, then its code (prefixed by the group) and its sale keys.

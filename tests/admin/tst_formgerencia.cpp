@@ -1,0 +1,178 @@
+// The managers' windows driven offscreen, each as its demo manager opens it:
+// caption, the scope's choices and sales, the manager's search, a typed code
+// of another scope refused, block and restore, the booth message; both are
+// grabbed at the booths' screen sizes.
+#include "support/Boletos.h"
+#include "admin/Form_Gerencia.h"
+#include "support/TestEnv.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
+#include <QtTest>
+
+using namespace hipico;
+using namespace hipico::test;
+
+class TstFormGerencia : public QObject {
+    Q_OBJECT
+    std::unique_ptr<TestEnv> env;
+    QDate hoy;
+    QMap<QString, BoletoDePrueba> boletos;
+
+    template <class T>
+    static T* hijo(QWidget* w, const char* nombre) {
+        T* h = w->findChild<T*>(nombre);
+        if (!h) qFatal("no existe %s", nombre);
+        return h;
+    }
+    // The window of a manager, signed in.
+    std::unique_ptr<Form_Admin_Win> abrir(const QString& ventana, const QString& usuario) {
+        env->signIn(usuario);
+        env->dialogs.clear();
+        std::unique_ptr<Form_Admin_Win> w;
+        if (ventana == "Form_Geren_Ganadores") w = std::make_unique<Form_Geren_Ganadores>(env->ctx);
+        else w = std::make_unique<Form_Gerencia_Grupos>(env->ctx);
+        w->show();
+        return w;
+    }
+    static void pestana(QWidget* w, const QString& titulo) {
+        auto* p = hijo<QTabWidget>(w, "pestanas");
+        for (int i = 0; i < p->count(); ++i)
+            if (p->tabText(i) == titulo) p->setCurrentIndex(i);
+    }
+
+    // The two windows, each with its manager: the groups in its scope and one outside.
+    void ventanas() {
+        QTest::addColumn<QString>("ventana");
+        QTest::addColumn<QString>("usuario");
+        QTest::addColumn<QString>("nombre");
+        QTest::addColumn<QStringList>("grupos");  // the group choices
+        QTest::addColumn<QString>("fuera");
+        QTest::addColumn<int>("ventaCaballo3");   // race 1, horse 3, in the scope
+        QTest::newRow("centro") << "Form_Geren_Ganadores" << "gerente" << "GERENTE LOS PINOS"
+                                << QStringList{"07"} << "08" << 2;
+        QTest::newRow("subgrupo") << "Form_Gerencia_Grupos" << "gerentesub" << "GERENTE OCCIDENTE"
+                                  << QStringList{"TODOS", "12", "15"} << "07" << 11;
+    }
+
+private slots:
+    void initTestCase() {
+        env = std::make_unique<TestEnv>("gerencia_form", true);
+        env->loadDemo();
+        // The manager of a group of the other subgroup (OCCIDENTE).
+        env->db().exec("INSERT INTO usuarios (usuario, clave, nombre, nivel, grupo, ch, estatus) VALUES "
+                       "('gerentesub', '', 'GERENTE OCCIDENTE', 'Gerente', '12', 'MARACAY', 'Activo')");
+        hoy = env->clock.today();
+        boletos["07"] = venderBoleto(env->db(), hoy, 1, 3, 2, "07", "LOS PINOS");
+        boletos["08"] = venderBoleto(env->db(), hoy, 1, 3, 5, "08", "LOS PINOS");
+        boletos["12"] = venderBoleto(env->db(), hoy, 1, 3, 11, "12", "MARACAY");
+        boletos["15"] = venderBoleto(env->db(), hoy, 1, 4, 17, "15", "MARACAY");
+    }
+
+    void init() { env->dialogs.clear(); }
+    void cleanup() { cerrarDialogos(env->dialogs); }
+
+    void opensInItsScope_data() { ventanas(); }
+    void opensInItsScope() {
+        QFETCH(QString, ventana);
+        QFETCH(QString, usuario);
+        QFETCH(QString, nombre);
+        QFETCH(QStringList, grupos);
+        QFETCH(int, ventaCaballo3);
+        auto w = abrir(ventana, usuario);
+        QCOMPARE(w->objectName(), ventana);
+        QCOMPARE(w->windowTitle(), "Admin: " + nombre);
+        auto* grupo = hijo<QComboBox>(w.get(), "grupo");
+        QStringList opciones;
+        for (int i = 0; i < grupo->count(); ++i) opciones << grupo->itemText(i);
+        if (ventana == "Form_Geren_Ganadores") {
+            QCOMPARE(grupo->currentText(), QString("07"));
+            QVERIFY(!grupo->isEnabled());
+        } else {
+            QCOMPARE(opciones, grupos);
+        }
+        const QListWidget* ventas = hijo<QListWidget>(w.get(), "ventas");
+        QCOMPARE(ventas->item(1)->text(), QString("%1%2").arg(3, 15).arg(ventaCaballo3, 15));
+        QVERIFY(hijo<QLabel>(w.get(), "dia")->text().contains("Monto Cobrado :           "));
+        QVERIFY(hijo<QLabel>(w.get(), "contacto")->text().contains("0414-5550101"));
+        // The sales per booth close with "Total:".
+        QVERIFY(hijo<QListWidget>(w.get(), "taqLista")->item(hijo<QListWidget>(w.get(), "taqLista")->count() - 1)
+                    ->text()
+                    .startsWith("Total:"));
+        for (const QSize t : {QSize(1366, 768), QSize(1024, 768)}) {
+            w->resize(t);
+            QApplication::processEvents();
+            grab(w.get(), QString("%1_%2x%3").arg(ventana).arg(t.width()).arg(t.height()));
+            pestana(w.get(), "Boletos");
+            grab(w.get(), QString("%1_boletos_%2x%3").arg(ventana).arg(t.width()).arg(t.height()));
+            pestana(w.get(), "Ventas");
+        }
+    }
+
+    void searchAndVoidInScope_data() { ventanas(); }
+    void searchAndVoidInScope() {
+        QFETCH(QString, ventana);
+        QFETCH(QString, usuario);
+        QFETCH(QString, fuera);
+        auto w = abrir(ventana, usuario);
+        pestana(w.get(), "Boletos");
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "buscar"), Qt::LeftButton);
+        QTableView* grilla = hijo<QTableView>(w.get(), "boletos");
+        QCOMPARE(grilla->model()->headerData(4, Qt::Horizontal).toString(), QString(" DOLARS "));
+        QCOMPARE(grilla->model()->headerData(3, Qt::Horizontal).toString(), QString(" GAND "));
+        for (int r = 0; r < grilla->model()->rowCount(); ++r)
+            QVERIFY(grilla->model()->data(grilla->model()->index(r, 7)).toString() != fuera);
+        // Another scope's ticket by its code: refused, still there.
+        env->dialogs.type(boletos[fuera].codigo).type("ANULADO");
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "anularGerencia"), Qt::LeftButton);
+        QCOMPARE(env->dialogs.last().text, QString("EL BOLETO NO SE PUEDE ANULAR"));
+        QCOMPARE(numberOf(env->db(), "SELECT count(*) FROM ma_principal WHERE numero = ?", {boletos[fuera].numero}),
+                 1.0);
+    }
+
+    void blockRestoreAndMessage() {
+        auto w = abrir("Form_Geren_Ganadores", "gerente");
+        pestana(w.get(), "Cupos");
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "bloquearCupos"), Qt::LeftButton);
+        QCOMPARE(hijo<QLineEdit>(w.get(), "cab14")->text(), QString("0"));
+        QCOMPARE(hijo<QLineEdit>(w.get(), "cab15")->text(), QString("500"));
+        QCOMPARE(numberOf(env->db(), "SELECT cab1 FROM venta_cupo_ganadores WHERE ch = 'MARACAY'"), 300.0);
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "restaurarCupos"), Qt::LeftButton);
+        QCOMPARE(hijo<QLineEdit>(w.get(), "cab14")->text(), QString("500"));
+        // The auction tab shows the group's percentages.
+        const auto etiquetas = w->findChildren<QLabel*>();
+        QVERIFY(std::any_of(etiquetas.begin(), etiquetas.end(),
+                            [](const QLabel* l) { return l->text().contains("Porcentaje del remate: 20"); }));
+        pestana(w.get(), "Mensaje");
+        QCOMPARE(hijo<QLineEdit>(w.get(), "mensaje")->text(), QString("BIENVENIDOS"));
+        hijo<QLineEdit>(w.get(), "mensaje")->setText("CIERRE 6PM");
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "guardarMensaje"), Qt::LeftButton);
+        QCOMPARE(env->dialogs.last().text, QString("Los cambios se han realizado con exito"));
+        QCOMPARE(textOf(env->db(), "SELECT mensajech FROM grupos WHERE grupo = '07'"), QString("CIERRE 6PM"));
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "borrarMensaje"), Qt::LeftButton);
+        QCOMPARE(env->dialogs.last().text, QString("Mensaje Borrado"));
+        QCOMPARE(hijo<QLineEdit>(w.get(), "mensaje")->text(), QString());
+        grab(w.get(), "Form_Geren_Ganadores_mensaje");
+    }
+
+    void switchesCloseCommands() {
+        env->db().exec("UPDATE grupos SET admincupo = 0, gerente_eliminar = 0 WHERE grupo = '12'");
+        auto w = abrir("Form_Gerencia_Grupos", "gerentesub");
+        QVERIFY(!hijo<QPushButton>(w.get(), "anularGerencia")->isEnabled());
+        auto* p = hijo<QTabWidget>(w.get(), "pestanas");
+        QVERIFY(!p->isTabEnabled(1));  // limits
+        QVERIFY(p->isTabEnabled(2));   // rule
+        env->db().exec("UPDATE grupos SET admincupo = 1, gerente_eliminar = 1 WHERE grupo = '12'");
+    }
+};
+
+QTEST_MAIN(TstFormGerencia)
+#include "tst_formgerencia.moc"
