@@ -1,4 +1,4 @@
-// Processing one race of a big day: 60 groups in 2 centres, 200,000 tickets
+// Processing one race of a big day: 60 groups in 2 centres, 1,000,000 tickets
 // on the race spread over 12 horses. Times the processing, a re-processing
 // with a corrected winner and the void of the whole race; then the processing
 // of a second race with as many tickets held by only 6 groups (54 groups
@@ -16,7 +16,7 @@ namespace {
 const QString kFecha = QStringLiteral("2026-11-23");
 constexpr int kCarrera = 1;       // tickets of all 60 groups
 constexpr int kCarreraPocos = 2;  // the same number of tickets, held by 6 groups
-constexpr int kBoletos = 200000;
+constexpr int kBoletos = 1000000;
 constexpr int kGrupos = 60;
 
 void prepararDia(Db& db) {
@@ -35,12 +35,12 @@ void prepararDia(Db& db) {
                 {QString("G%1").arg(g, 2, 10, QChar('0')), g <= kGrupos / 2 ? "CENTRO NORTE" : "CENTRO SUR", g % 2});
 }
 
-// A race's 200,000 tickets, held by the first `grupos` groups.
+// A race's 1,000,000 tickets, held by the first `grupos` groups.
 void venderBoletos(Db& db, int carrera, int grupos) {
     db.exec("INSERT INTO ma_principal (carrera, caballo, ganadores, ch, grupo, hora, fecha, nu_boleto, subgrupo) "
             "SELECT ?, 1 + seq % 12, 1 + seq % 5, IF(seq % ? < ?, 'CENTRO NORTE', 'CENTRO SUR'), "
             "CONCAT('G', LPAD(1 + seq % ?, 2, '0')), '10:00:00', ?, CONCAT(?, seq), 'S1' "
-            "FROM seq_1_to_200000",
+            "FROM seq_1_to_1000000",
             {carrera, grupos, grupos / 2, grupos, kFecha, QString("1%1").arg(carrera)});
 }
 

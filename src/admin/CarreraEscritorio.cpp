@@ -1,6 +1,7 @@
 #include "admin/CarreraEscritorio.h"
 
 #include "core/Context.h"
+#include "core/Diario.h"
 #include "core/Formato.h"
 #include "core/Textos.h"
 
@@ -123,6 +124,7 @@ bool TarjetaCarrera::cambiarRetirado(const Seleccion& s, long long idCarrera, bo
                 d.exec("update ma_principal set estatus=0,cobrado=0,llave6=0 Where carrera like ? and fecha = ? and "
                        "caballo = ? and estatus <> 2 and estatus <> 3",
                        {s.carrera, s.fecha, caballo});
+                anotarPremios(d, s.fecha, s.carrera);
                 d.exec("update descargas set cobrado=0 Where carrera = ? and fecha = ? and caballo = ?",
                        {s.carrera, s.fecha, caballo});
             }
@@ -245,9 +247,12 @@ bool ResultadoCarrera::limpiar(const Seleccion& s) {
         if (!ctx_.dialogs.confirm(QStringLiteral("Limpieza de Carrera"), QStringLiteral("Desea limpiar la carrera"),
                                   true))
             return false;
-        db().exec("update ma_principal set estatus=0,cobrado=0,llave3=0,llave4=0,llave6=0  where carrera = ? and "
-                  "fecha  = ? and estatus <> 4 and estatus<> 3 and estatus <> 2  ",
-                  {s.carrera, s.fecha});
+        db().inTransaction([&] {
+            db().exec("update ma_principal set estatus=0,cobrado=0,llave3=0,llave4=0,llave6=0  where carrera = ? and "
+                      "fecha  = ? and estatus <> 4 and estatus<> 3 and estatus <> 2  ",
+                      {s.carrera, s.fecha});
+            anotarPremios(db(), s.fecha, s.carrera);
+        });
         ctx_.dialogs.inform(texto::TituloAdministracionCarreras, QStringLiteral("SE HA LIMPIADO LA CARRERA  CON EXITO"));
         return true;
     });

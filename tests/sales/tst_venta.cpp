@@ -90,10 +90,11 @@ private slots:
     void ticketNumbersAreTheInsertsOwn() {
         // Another centre's newer ticket does not change this booth's number.
         VentaGanadores v = nueva();
+        // Numbers grow but need not be consecutive (a cluster steps them by its size).
         const auto a = v.procesarVenta("1", "1", "2");
-        venderBoleto(db(), env->clock.today(), 1, 1, 1, "08", "LOS PINOS");
+        const long long otro = venderBoleto(db(), env->clock.today(), 1, 1, 1, "08", "LOS PINOS");
         const auto b = v.procesarVenta("1", "1", "2");
-        QCOMPARE(b.boleto.numero, a.boleto.numero + 2);
+        QVERIFY(a.boleto.numero < otro && otro < b.boleto.numero);
         QCOMPARE(textOf(db(), "SELECT grupo FROM ma_principal WHERE numero = ?", {b.boleto.numero}), QString("07"));
     }
 
