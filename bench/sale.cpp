@@ -181,8 +181,8 @@ int main(int argc, char** argv) {
     std::this_thread::sleep_for(std::chrono::duration<double>(kSegundos / 2));
     auto admin = Db::open(cadenaServidor(c));
     const auto antesCierre = bench::Clock::now();
-    admin->exec("update carreras set estado_puestos='0',venta='0' Where carrera = ? and fecha = ? and id_hipodromo = ? ",
-                {1, fecha, 1});
+    admin->inTransaction([&] { admin->exec("update carreras set estado_puestos='0',venta='0' Where carrera = ? and fecha = ? and id_hipodromo = ? ",
+                {1, fecha, 1}); });
     const double esperaCierre = microsSince(antesCierre);
     const long long ultimo = Row::toInteger(admin->scalar("SELECT coalesce(max(numero),0) FROM ma_principal"));
     cerrada = true;

@@ -28,7 +28,7 @@ struct Fila {
     QString cadena;
     long long orden = 0;
     QString momento, usuario, maquina;
-    Asiento a;
+    AsientoDiario a;
     QString previo;
 };
 
@@ -68,7 +68,7 @@ QString maquinaLocal() {
 
 void fijarMaquinaLocal(const QString& nombre) { maquinaFijada() = nombre; }
 
-void anotar(Db& db, const Asiento& a) {
+void anotar(Db& db, const AsientoDiario& a) {
     if (!db.inTransactionNow()) throw DbError("el diario se escribe dentro de una transacción");
     Fila f;
     f.maquina = db.maquina().isEmpty() ? maquinaLocal() : db.maquina();

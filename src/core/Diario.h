@@ -30,7 +30,7 @@ inline const QString Cierre = QStringLiteral("CIERRE");
 inline const QString Remate = QStringLiteral("REMATE");
 }  // namespace operacion
 
-struct Asiento {
+struct AsientoDiario {
     QString operacion;
     QString tabla;    // the tickets' table ("ma_principal"), "" for none
     QString codigo;   // the ticket's code, "" for none
@@ -44,7 +44,7 @@ struct Asiento {
 // Appends the row inside the caller's transaction (it must be open): the
 // chain's last row is locked, so two appends of one machine never fork it.
 // The user and machine are the connection's signature (Db::firmar).
-void anotar(Db& db, const Asiento& a);
+void anotar(Db& db, const AsientoDiario& a);
 
 // After a change of the payouts of a race's winner tickets (processed,
 // corrected, voided, refunded): one PREMIOS row per group holding tickets of

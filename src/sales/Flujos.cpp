@@ -55,7 +55,7 @@ double apuesta(const Row& boleto) {
 }
 
 // The journal row of an operation on a ticket of the game.
-Asiento asiento(const QString& operacion, const Juego& juego, const Row& b, double monto) {
+AsientoDiario asiento(const QString& operacion, const Juego& juego, const Row& b, double monto) {
     return {operacion, QString::fromLatin1(juego.tabla), b.text(juego.codigo), b.text("grupo"), b.text("fecha"),
             b.integer("carrera"), apuesta(b), monto};
 }

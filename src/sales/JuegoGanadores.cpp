@@ -6,6 +6,7 @@
 #include "core/Formato.h"
 #include "core/Niveles.h"
 #include "core/Textos.h"
+#include "sales/CuentasClientes.h"
 #include "sales/TicketKeys.h"
 
 #include <algorithm>
@@ -35,10 +36,10 @@ const char* const kGrupoYCaballo =
     "SELECT g.grupo, g.cab_max, IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo, g.valor_ganador, g.apuesta_max_win, "
     "g.cupo_winxjugador, g.cupovip, g.inicialboleto, g.clave_win, g.pedirclave, g.admin_cupo, g.opcioncupowin, "
-    "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, c.id_carrera "
-    "FROM grupos g JOIN configuracion k LEFT JOIN carreras c ON c.carrera = ? and c.fecha = ? and "
-    "c.nu_caballo = ? and c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) "
-    "WHERE g.grupo = ? ORDER BY c.id_carrera LIMIT 1";
+    "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, "
+    "(SELECT min(c.id_carrera) FROM carreras c WHERE c.carrera = ? and c.fecha = ? and c.nu_caballo = ? and "
+    "c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)) AS id_carrera "
+    "FROM grupos g JOIN configuracion k WHERE g.grupo = ? LIMIT 1";
 const char* const kCarreraYPista =
     "SELECT IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo "
@@ -381,6 +382,7 @@ void VentaGanador::completar(Db& db, long long numero, const QString& codigo) {
         m.hora = hora_;
         m.observacion = QStringLiteral("CARRERA %1 CABALLO %2").arg(*carrera_).arg(*caballo_);
         insertar(db, m.insercion());
+        marcarCliente(db, m.idCliente);
     }
     // The keys; the password path writes none.
     const long long fila = caballoFila_.integer("id_carrera");

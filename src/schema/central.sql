@@ -993,6 +993,11 @@ CREATE TRIGGER `ma_principal_retirado` AFTER DELETE ON `ma_principal` FOR EACH R
 -- also when they run on two nodes of a cluster.
 ALTER TABLE `carreras` ADD COLUMN `boletos` INT NOT NULL DEFAULT 0;
 
+-- Movements written on a client's account: every debit writes the client's
+-- row, so two plays of one client on two nodes of a cluster conflict and
+-- the second checks the balance again.
+ALTER TABLE `clientes` ADD COLUMN `movimientos` INT NOT NULL DEFAULT 0;
+
 -- The money journal: one row per operation that moves money or a ticket's
 -- state, written in the operation's own transaction and never changed.
 -- Each machine's rows form a chain (`orden` 1, 2, ...): `previo` is the

@@ -54,7 +54,9 @@ Config enNodo(Config c, int indice) {
 }
 
 Config configFor(const QString& name) {
-    Config c = enNodo(serverConfig(), static_cast<int>(qHash(name) % 1000));
+    int n = 0;
+    for (const QChar ch : name) n += ch.unicode();
+    Config c = enNodo(serverConfig(), n);
     c.servidor.base = "t_" + name;
     c.hipicos.base = "t_" + name + "_hip";
     c.localBase = "t_" + name + "_local";
