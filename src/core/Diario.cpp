@@ -87,17 +87,27 @@ void anotar(Db& db, const AsientoDiario& a) {
 }
 
 void anotarPremios(Db& db, const QString& fecha, long long carrera, const QString& grupo) {
-    std::string sql =
-        "SELECT grupo, COALESCE(SUM(CASE WHEN estatus IN (1, 4) THEN cobrado END), 0) AS porpagar FROM ma_principal "
-        "WHERE fecha = ? AND carrera = ?";
+    // What is due, from the race's due tickets alone (by the index on
+    // date, race and status); a group whose earlier row said something was
+    // due and now has nothing due gets a row of 0.
+    std::string due =
+        "SELECT grupo, SUM(cobrado) AS porpagar FROM ma_principal WHERE fecha = ? AND carrera = ? AND estatus IN (1, 4)";
+    std::string antes =
+        "SELECT DISTINCT grupo, 0 AS porpagar FROM diario WHERE fecha = ? AND tabla = 'ma_principal' AND carrera = ? "
+        "AND operacion = 'PREMIOS'";
     Params params{fecha, carrera};
     if (!grupo.isEmpty()) {
-        sql += " AND grupo = ?";
+        due += " AND grupo = ?";
+        antes += " AND grupo = ?";
         params.push_back(grupo);
     }
-    for (const Row& r : db.query(sql + " GROUP BY grupo", params))
-        anotar(db, {operacion::Premios, QStringLiteral("ma_principal"), {}, r.text("grupo"), fecha, carrera, 0,
-                    r.number("porpagar")});
+    Params todos = params;
+    todos.insert(todos.end(), params.begin(), params.end());
+    QMap<QString, double> porGrupo;
+    for (const Row& r : db.query(due + " GROUP BY grupo UNION ALL " + antes, todos))
+        porGrupo[r.text("grupo")] += r.number("porpagar");
+    for (auto g = porGrupo.cbegin(); g != porGrupo.cend(); ++g)
+        anotar(db, {operacion::Premios, QStringLiteral("ma_principal"), {}, g.key(), fecha, carrera, 0, g.value()});
 }
 
 // ---------------------------------------------------------------- verification

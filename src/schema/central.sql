@@ -993,6 +993,10 @@ CREATE TRIGGER `ma_principal_retirado` AFTER DELETE ON `ma_principal` FOR EACH R
 -- also when they run on two nodes of a cluster.
 ALTER TABLE `carreras` ADD COLUMN `boletos` INT NOT NULL DEFAULT 0;
 
+-- A race's due tickets (winners and refunds) per group, read whole by the
+-- index: what the money journal records after every change of payouts.
+ALTER TABLE `ma_principal` ADD KEY `ix_ma_principal_estatus` (`fecha`, `carrera`, `estatus`, `grupo`, `cobrado`);
+
 -- Movements written on a client's account: every debit writes the client's
 -- row, so two plays of one client on two nodes of a cluster conflict and
 -- the second checks the balance again.
