@@ -221,7 +221,7 @@ private slots:
         QCOMPARE(d.text("monto_tipo"), QString(" Ganadores"));
         QCOMPARE(d.text("nu_operacion"), r.boleto.codigo);
         QCOMPARE(d.text("fecha"), fecha);
-        QCOMPARE(numberOf(db(), "SELECT sum(monto) FROM jugadas_clientes WHERE id_cliente=1"), 0.0);
+        QCOMPARE(numberOf(db(), "SELECT sum(monto) FROM jugadas_clientes WHERE id_cliente=(SELECT id_cliente FROM clientes WHERE usuario='clopez')"), 0.0);
         QVERIFY(v.procesarVenta("1", "3", "1", "clopez").resultado != VentaGanadores::Resultado::Vendido);
         QCOMPARE(env->dialogs.last().text,
                  QString("El Cliente no posee saldo suficiente para hacer esta jugada, dispobible: Bs. 0,00"));
@@ -430,11 +430,11 @@ private slots:
                 for (int k = 0; k < 12; ++k) c->venta.procesarVenta("1", "2", "7", "clopez");
             });
         for (auto& h : hilos) h.join();
-        const double saldo = numberOf(db(), "SELECT sum(monto) FROM jugadas_clientes WHERE id_cliente=1");
+        const double saldo = numberOf(db(), "SELECT sum(monto) FROM jugadas_clientes WHERE id_cliente=(SELECT id_cliente FROM clientes WHERE usuario='clopez')");
         QVERIFY(saldo >= 0);
         QVERIFY(saldo < 70);  // the balance was spent down to less than one more play
         QCOMPARE(numberOf(db(), "SELECT count(*) FROM ma_principal"),
-                 numberOf(db(), "SELECT count(*) FROM jugadas_clientes WHERE monto < 0 AND id_cliente=1"));
+                 numberOf(db(), "SELECT count(*) FROM jugadas_clientes WHERE monto < 0 AND id_cliente=(SELECT id_cliente FROM clientes WHERE usuario='clopez')"));
     }
 };
 
