@@ -95,6 +95,31 @@ inline void diaGrande(Db& db, int ganadores, int tablaFija) {
     for (const char* t : {"ma_principal", "tablafija"}) db.exec(std::string("ANALYZE TABLE ") + t);
 }
 
+// The floor under every sale: one bound insert of a ticket, its last insert
+// id and a one-row update, on one connection.
+inline void ticketFloor(Db& db, int k) {
+    db.exec("INSERT INTO `ma_principal` VALUES (NULL,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,?,NULL)",
+            {1, 1 + k % 12, 2.0, "LOS PINOS", "07", "10:00:00", "2026-11-23", 0.0, 0, "0", "", "S1", "0", "0", "0",
+             "0", "0", "0"});
+    const long long numero = db.lastInsertId();
+    db.exec("update ma_principal set nu_boleto=? Where numero = ? limit 1", {"11123" + QString::number(numero), numero});
+}
+
+// Median and p99 of `n` timed runs of fn(k), after `warm` untimed ones.
+struct Figures {
+    double median = 0, p99 = 0;
+};
+inline Figures timed(int warm, int n, const std::function<void(int)>& fn) {
+    for (int k = 0; k < warm; ++k) fn(k);
+    std::vector<double> t;
+    for (int k = 0; k < n; ++k) {
+        const auto t0 = Clock::now();
+        fn(warm + k);
+        t.push_back(microsSince(t0));
+    }
+    return {percentile(t, 50), percentile(t, 99)};
+}
+
 inline QString flushSetting(Db& db) {
     return Row::toText(db.scalar("SELECT @@innodb_flush_log_at_trx_commit"));
 }

@@ -3,6 +3,7 @@
 #include "admin/ProcesoMacuare.h"
 
 #include "core/Context.h"
+#include "core/Diario.h"
 #include "core/Formato.h"
 #include "core/Textos.h"
 #include "reportes/Llenados.h"
@@ -120,6 +121,9 @@ bool BoletosEscritorio::pagar(long long numero) {
                                            : "update ma_principal set estatus=2,fecha_cobro=fecha Where  numero = ? "
                                              "limit 1 ",
                                        {numero});
+                             anotar(db(), {operacion::Pago, QStringLiteral("ma_principal"), b.text("nu_boleto"),
+                                           b.text("grupo"), b.text("fecha"), b.integer("carrera"),
+                                           b.number("ganadores"), b.number("cobrado")});
                              return QString();
                          });
 }
@@ -133,6 +137,7 @@ bool BoletosEscritorio::devolver(long long numero) {
                              db().exec("update ma_principal set estatus=4,cobrado=ganadores* ? Where  numero = ? "
                                        "limit 1 ",
                                        {valorGanador(), numero});
+                             anotarPremios(db(), b.text("fecha"), b.integer("carrera"), b.text("grupo"));
                              return QString();
                          });
 }
@@ -163,6 +168,9 @@ bool BoletosEscritorio::renumerar(long long numero) {
                                         {c, numero})) > 0)
                 return QStringLiteral("EL CODIGO YA PERTENECE A OTRO BOLETO");
             d.exec("update ma_principal set nu_boleto= ? Where   numero = ? limit 1   ", {c, numero});
+            const Row b = d.query("SELECT grupo, fecha, carrera FROM ma_principal Where numero = ?", {numero}).first();
+            anotar(d, {operacion::Renumeracion, QStringLiteral("ma_principal"), c, b.text("grupo"), b.text("fecha"),
+                       b.integer("carrera"), 0, 0});
             return QString();
         });
         if (!negado.isEmpty()) {

@@ -1,6 +1,7 @@
 #include "admin/CarreraEscritorio.h"
 
 #include "core/Context.h"
+#include "core/Diario.h"
 #include "core/Formato.h"
 #include "core/Textos.h"
 
@@ -139,6 +140,7 @@ bool TarjetaCarrera::cambiarRetirado(const Seleccion& s, long long idCarrera, bo
                 d.exec("update ma_principal set estatus=0,cobrado=0,llave6=0 Where carrera like ? and fecha = ? and "
                        "caballo = ? and estatus <> 2 and estatus <> 3",
                        {s.carrera, s.fecha, caballo});
+                anotarPremios(d, s.fecha, s.carrera);
                 d.exec("update descargas set cobrado=0 Where carrera = ? and fecha = ? and caballo = ?",
                        {s.carrera, s.fecha, caballo});
             }
@@ -260,9 +262,12 @@ bool ResultadoCarrera::limpiarCarrera(const Seleccion& s, const QString& pregunt
                                       const char* sql) {
     return guardado([&] {
         if (!ctx_.dialogs.confirm(pregunta, QStringLiteral("Desea limpiar la carrera"), true)) return false;
-        Params p{s.carrera, s.fecha};
-        const std::string t = terminoAlcance(s.alcance, "grupo", p);
-        db().exec(sql + t, p);
+        db().inTransaction([&] {
+            Params p{s.carrera, s.fecha};
+            const std::string t = terminoAlcance(s.alcance, "grupo", p);
+            db().exec(sql + t, p);
+            anotarPremios(db(), s.fecha, s.carrera);
+        });
         ctx_.dialogs.inform(titulo, QStringLiteral("SE HA LIMPIADO LA CARRERA  CON EXITO"));
         return true;
     });

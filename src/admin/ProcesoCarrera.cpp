@@ -1,6 +1,7 @@
 #include "admin/ProcesoCarrera.h"
 
 #include "core/Db.h"
+#include "core/Diario.h"
 #include "sales/TicketKeys.h"
 
 #include <QHash>
@@ -27,7 +28,12 @@ long long devolverBoletos(Db& db, const QString& fecha, long long carrera, const
         params.push_back(caballo);
     }
     sql += " and (estatus<>3 and estatus <>4) and estatus <> 2";
-    return db.exec(sql, params);
+    // The refund and its journal rows in one transaction (or the caller's).
+    return db.inTransaction([&] {
+        const long long devueltos = db.exec(sql, params);
+        anotarPremios(db, fecha, carrera, esTodos(grupo) ? QString() : grupo);
+        return devueltos;
+    });
 }
 
 namespace {
@@ -162,6 +168,7 @@ ResultadoProceso procesarCarrera(Db& db, const PeticionProceso& p) {
             db.exec("update grupos set condicionado=0");
             if (p.porHipodromo) db.exec("update dividendos set condicionado=0");
         }
+        anotarPremios(db, p.fecha, p.carrera);
         return res;
     });
 }

@@ -6,12 +6,17 @@
 //     closes the working day (open pools included) and opens the given day, by
 //     default the next one; exit status 0 closed, 1 database failure, 2 usage,
 //     3 refused (the reason on stderr).
+//   hipico-bd [--config FILE] verificar --fecha YYYY-MM-DD
+//     walks the money journal's chains and rebuilds the day's winner-bet
+//     totals per group from it; exit status 0 all agree, 1 database failure,
+//     2 usage, 4 a chain broken or a total different (each on stdout).
 #include "core/Config.h"
 #include "core/Context.h"
 #include "core/Dialogs.h"
 #include "core/Formato.h"
 #include "core/Connections.h"
 #include "core/Db.h"
+#include "core/Diario.h"
 #include "schema/Demo.h"
 #include "schema/LocalSchema.h"
 #include "schema/SchemaLoader.h"
@@ -57,6 +62,26 @@ int cerrarDia(const Config& config, const QStringList& args) {
     return 0;
 }
 
+int verificar(const Config& config, const QStringList& args) {
+    QTextStream out(stdout);
+    const int i = args.indexOf("--fecha");
+    const QDate dia = i >= 0 ? desdeFechaSql(args.value(i + 1)) : QDate();
+    if (!dia.isValid()) {
+        QTextStream(stderr) << "hipico-bd: LA FECHA NO ES VALIDA (AAAA-MM-DD)\n";
+        return 2;
+    }
+    auto db = Db::open(cadenaServidor(config));
+    const InformeDiario informe = verificarDiario(*db, fechaSql(dia));
+    out << "DIARIO: " << informe.filas << " FILAS\n";
+    for (auto g = informe.grupos.cbegin(); g != informe.grupos.cend(); ++g)
+        out << "GRUPO " << g.key() << ": VENDIDO " << QString::number(g->vendido, 'f', 2) << ", PAGADO "
+            << QString::number(g->pagado, 'f', 2) << ", POR PAGAR " << QString::number(g->porPagar, 'f', 2)
+            << ", ANULADOS " << g->anulados << "\n";
+    for (const QString& d : informe.diferencias) out << d << "\n";
+    out << (informe.correcto() ? "EL DIARIO CONCUERDA\n" : "EL DIARIO NO CONCUERDA\n");
+    return informe.correcto() ? 0 : 4;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -92,9 +117,12 @@ int main(int argc, char** argv) {
             CrearBDLocal(config);
         } else if (args.contains("cerrar-dia")) {
             return cerrarDia(config, args);
+        } else if (args.contains("verificar")) {
+            return verificar(config, args);
         } else {
             err << "uso: hipico-bd [--config ARCHIVO] central|hipicos|local [--demo] [--reemplazar]\n"
-                   "     hipico-bd [--config ARCHIVO] cerrar-dia [--fecha AAAA-MM-DD]\n";
+                   "     hipico-bd [--config ARCHIVO] cerrar-dia [--fecha AAAA-MM-DD]\n"
+                   "     hipico-bd [--config ARCHIVO] verificar --fecha AAAA-MM-DD\n";
             return 2;
         }
     } catch (const DbError& e) {

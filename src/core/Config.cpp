@@ -17,6 +17,9 @@ void readServer(QSettings& ini, const QString& section, ServerConfig& s) {
     s.clave = ini.value("clave", s.clave).toString();
     s.base = ini.value("base", s.base).toString();
     s.puerto = ini.value("puerto", s.puerto).toInt();
+    s.respaldo.clear();
+    for (const QString& r : ini.value("respaldo").toString().split(',', Qt::SkipEmptyParts))
+        if (!r.trimmed().isEmpty()) s.respaldo << r.trimmed();
     ini.endGroup();
 }
 

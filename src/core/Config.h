@@ -12,14 +12,17 @@ struct ServerConfig {
     QString clave = QStringLiteral("pqr482");
     QString base;
     int puerto = 3306;
+    // Further servers ("host:port"), tried in turn when this one cannot be
+    // reached: the other nodes of a cluster.
+    QStringList respaldo;
 };
 
 // Deployment values, read from hipico.ini.
 struct Config {
     ServerConfig servidor{QStringLiteral("localhost"), QStringLiteral("root"), QStringLiteral("pqr482"),
-                          QStringLiteral("hipico"), 3306};
+                          QStringLiteral("hipico"), 3306, {}};
     ServerConfig hipicos{QStringLiteral("localhost"), QStringLiteral("root"), QStringLiteral("pqr482"),
-                         QStringLiteral("hipicos"), 3306};
+                         QStringLiteral("hipicos"), 3306, {}};
     // The local report schema lives on this machine's own server.
     QString localBase = QStringLiteral("bd_tarvimo");
     QString localClave = QStringLiteral("pqr482");

@@ -13,6 +13,17 @@ QString cadenaCentral(const ServerConfig& s) {
            QString::number(s.puerto) + ";" + "CHARSET=utf8mb4;";
 }
 
+QStringList cadenasRespaldo(const ServerConfig& s) {
+    QStringList out;
+    for (const QString& r : s.respaldo) {
+        ServerConfig otro = s;
+        otro.host = r.section(':', 0, 0);
+        otro.puerto = r.contains(':') ? r.section(':', 1).toInt() : s.puerto;
+        out << cadenaCentral(otro);
+    }
+    return out;
+}
+
 QString cadenaLocal(const Config& c) {
     return "driver={MySQL ODBC 3.51 Driver};server=localhost;port=" + QString::number(c.localPuerto) +
            ";uid=root;pwd=" + c.localClave + ";database=" + c.localBase + ";connection=";
@@ -47,7 +58,7 @@ QString cadenaLocalConBase(const Config& c) {
 bool ConectarServidor(Context& ctx, const QString&) {
     ctx.cnServidor.reset();
     try {
-        ctx.cnServidor = Db::open(cadenaServidor(ctx.config));
+        ctx.cnServidor = Db::open(cadenaServidor(ctx.config), cadenasRespaldo(ctx.config.servidor));
         return true;
     } catch (const DbError&) {
         ctx.dialogs.refuse(kTituloConexion, kMensajeConexion);

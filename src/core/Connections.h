@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace hipico {
 
@@ -12,6 +13,8 @@ struct ServerConfig;
 QString cadenaServidor(const Config& c);
 // The central connection text for any server of that kind.
 QString cadenaCentral(const ServerConfig& s);
+// The central server's further nodes (ServerConfig::respaldo) as connection texts.
+QStringList cadenasRespaldo(const ServerConfig& s);
 QString cadenaLocal(const Config& c);
 QString cadenaHipicos(const Config& c);
 // The two texts with which the local report schema is created (no schema

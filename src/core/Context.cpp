@@ -16,7 +16,12 @@ Db& require(const std::shared_ptr<Db>& db, const char* name) {
 
 }  // namespace
 
-Db& Context::servidor() const { return require(cnServidor, "con el servidor"); }
+Db& Context::servidor() const {
+    Db& db = require(cnServidor, "con el servidor");
+    // The money journal signs each row with the session's user.
+    db.firmar(session.usuario);
+    return db;
+}
 Db& Context::local() const { return require(cnLocal, "local"); }
 Db& Context::hipicos() const { return require(cnHipicos, "de centros hípicos"); }
 

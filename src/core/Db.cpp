@@ -6,6 +6,9 @@
 #include <sqlext.h>
 
 #include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <thread>
 #include <cstring>
 
 // The SOCI session opens and owns the connection and its transactions.
@@ -71,7 +74,10 @@ struct Db::Statement {
     }
 };
 
-Db::Db(const QString& connectionString) : connectionString_(connectionString) { connect(); }
+Db::Db(const QString& connectionString, const QStringList& alternates)
+    : connectionString_(connectionString), alternates_(alternates) {
+    connect();
+}
 
 std::string Db::driverString() const {
     // The driver's own time limits ride behind the connection text: a
@@ -84,6 +90,21 @@ std::string Db::driverString() const {
 }
 
 void Db::connect() {
+    // The server of the last connection first, then the others in turn; the
+    // one reached becomes the first for the next time.
+    for (int i = 0;; ++i) {
+        try {
+            openSession();
+            return;
+        } catch (const DbError& e) {
+            if (!e.isConnectionLost() || i >= alternates_.size()) throw;
+            alternates_.append(connectionString_);
+            connectionString_ = alternates_.takeFirst();
+        }
+    }
+}
+
+void Db::openSession() {
     try {
         soci::connection_parameters p(soci::odbc, driverString());
         p.set_option(soci::odbc_option_driver_complete, "0");
@@ -98,7 +119,11 @@ void Db::connect() {
     broken_ = false;
     // A lock held by another booth is waited for a bounded time, then the
     // statement fails (and the command tells the user) instead of freezing.
-    execute("SET SESSION innodb_lock_wait_timeout = " + std::to_string(kLockWaitSeconds), {});
+    // On a cluster node a read waits until the node has applied what the
+    // other nodes committed before it (a window reads what it just wrote,
+    // wherever it was written); a single server ignores the setting.
+    execute("SET SESSION innodb_lock_wait_timeout = " + std::to_string(kLockWaitSeconds) + ", wsrep_sync_wait = 1",
+            {});
 }
 
 void Db::reconnect() {
@@ -122,8 +147,8 @@ Db::~Db() {
     oneShot_.reset();
 }
 
-std::shared_ptr<Db> Db::open(const QString& connectionString) {
-    return std::shared_ptr<Db>(new Db(connectionString));
+std::shared_ptr<Db> Db::open(const QString& connectionString, const QStringList& alternates) {
+    return std::shared_ptr<Db>(new Db(connectionString, alternates));
 }
 
 soci::session& Db::session() { return *session_; }
@@ -447,38 +472,33 @@ QVariant Db::scalar(std::string_view sql, const Params& params) {
 
 long long Db::lastInsertId() { return Row::toInteger(scalar("SELECT LAST_INSERT_ID()")); }
 
+// A transaction is opened and ended by statements on a connection left in
+// autocommit: one round trip each (switching the driver's autocommit off and
+// on again costs two more).
 void Db::begin() {
     ensureOpen();
-    try {
-        session_->begin();
-        inTransaction_ = true;
-    } catch (const soci::soci_error&) {
-        rethrow("BEGIN");
-    }
+    exec("START TRANSACTION");
+    inTransaction_ = true;
 }
 
 void Db::commit() {
     inTransaction_ = false;
     try {
-        session_->commit();
-    } catch (const soci::soci_error&) {
-        try {
-            rethrow("COMMIT");
-        } catch (const DbError& e) {
-            if (!e.isConnectionLost()) throw;
-            broken_ = true;
-            // The server may or may not have committed before the connection
-            // broke: the caller must find out (a sale by its token).
-            throw DbError(std::string("resultado desconocido: ") + e.what(), kOutcomeUnknown, e.nativeCode());
-        }
+        execute("COMMIT", {});
+    } catch (const DbError& e) {
+        if (!e.isConnectionLost()) throw;
+        broken_ = true;
+        // The server may or may not have committed before the connection
+        // broke: the caller must find out (a sale by its token).
+        throw DbError(std::string("resultado desconocido: ") + e.what(), kOutcomeUnknown, e.nativeCode());
     }
 }
 
 void Db::rollback() {
     inTransaction_ = false;
     try {
-        session_->rollback();
-    } catch (const soci::soci_error&) {
+        execute("ROLLBACK", {});
+    } catch (const DbError&) {
         // The connection may already be gone (the server rolled back); it is
         // reopened before the next statement.
         broken_ = true;
@@ -489,7 +509,13 @@ bool Db::shouldRetry(const DbError& e, int attempt) const {
     if (e.outcomeUnknown()) return false;
     // A deadlock (on a cluster also a conflict found at commit) undoes the
     // whole transaction: run it again from the start, a few times.
-    if (e.isDeadlock()) return attempt < kDeadlockAttempts;
+    if (e.isDeadlock()) {
+        if (attempt >= kDeadlockAttempts) return false;
+        // The rival transactions usually run again at once too: a short,
+        // growing pause lets one of them through.
+        std::this_thread::sleep_for(std::chrono::milliseconds(attempt * (1 + std::rand() % 5)));
+        return true;
+    }
     // A connection lost before the commit was sent: the server rolled the
     // transaction back, nothing of it was written; run it once more on a
     // fresh connection.

@@ -4,6 +4,7 @@
 #include "core/SqlValue.h"
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <list>
 #include <memory>
@@ -48,8 +49,10 @@ private:
 // where a value goes. One Db per thread.
 class Db : public std::enable_shared_from_this<Db> {
 public:
-    // Opens the connection described by an ODBC connection string.
-    static std::shared_ptr<Db> open(const QString& connectionString);
+    // Opens the connection described by an ODBC connection string; when its
+    // server cannot be reached, the alternates (the other nodes of a
+    // cluster) are tried in turn, now and whenever the connection is reopened.
+    static std::shared_ptr<Db> open(const QString& connectionString, const QStringList& alternates = {});
     ~Db();
     Db(const Db&) = delete;
     Db& operator=(const Db&) = delete;
@@ -69,7 +72,7 @@ public:
     // already open. fn may run more than once, so it only works on the
     // database and its own locals:
     // - a deadlock chosen by the server (or a conflict a cluster finds at
-    //   commit) runs it again, up to three times in all;
+    //   commit) runs it again, up to six times in all;
     // - a connection lost before the commit reopens the connection and runs
     //   it once more (the server rolled the first run back);
     // - a connection lost during the commit is reported as a DbError whose
@@ -82,7 +85,8 @@ public:
     static constexpr int kLockWaitSeconds = 10;
     static constexpr int kReadSeconds = 30;
     static constexpr int kConnectSeconds = 5;
-    static constexpr int kDeadlockAttempts = 3;
+    // On a cluster a conflict with another node's commit is a deadlock too.
+    static constexpr int kDeadlockAttempts = 6;
     static constexpr const char* kOutcomeUnknown = "08007";
 
     // How many times this connection was reopened after a loss.
@@ -95,11 +99,19 @@ public:
     void rollback();
     bool inTransactionNow() const { return inTransaction_; }
 
+    // Who the money journal names for what this connection writes: the
+    // signed-in user and the machine (the host's name unless set).
+    void firmar(const QString& usuario) { usuario_ = usuario; }
+    void firmarMaquina(const QString& maquina) { maquina_ = maquina; }
+    const QString& usuario() const { return usuario_; }
+    const QString& maquina() const { return maquina_; }
+
     const QString& connectionString() const { return connectionString_; }
     soci::session& session();
 
 private:
-    explicit Db(const QString& connectionString);
+    Db(const QString& connectionString, const QStringList& alternates);
+    void openSession();
     std::string driverString() const;
     void connect();
     void ensureOpen();
@@ -115,6 +127,8 @@ private:
     void discard(const std::string& sql);
 
     QString connectionString_;
+    QStringList alternates_;
+    QString usuario_, maquina_;
     std::unique_ptr<soci::session> session_;
     void* hdbc_ = nullptr;
     bool inTransaction_ = false;

@@ -1,6 +1,7 @@
 #include "races/AbrirCerrarLogica.h"
 
 #include "core/Context.h"
+#include "core/Db.h"
 #include "core/Openers.h"
 #include "core/Textos.h"
 #include "races/Hipodromos.h"
@@ -74,7 +75,10 @@ bool AbrirCerrarLogica::botones(int carrera, const Pozos& pozos, int valor) {
     Sentencia s = actualizarPozos(pozos, valor, false);
     s.sql += " Where carrera = ? and fecha = ? and id_hipodromo = ? ";
     s.params.insert(s.params.end(), {carrera, fecha, *idHipodromo_});
-    ctx_.servidor().exec(s.sql, s.params);
+    // As a transaction: on a cluster a close that meets a sale of another
+    // node is run again (the sales write the rows it closes).
+    Db& db = ctx_.servidor();
+    db.inTransaction([&] { db.exec(s.sql, s.params); });
     ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
     return true;
 }
@@ -99,14 +103,16 @@ bool AbrirCerrarLogica::carreraActual(int carrera, const Pozos& pozos, int valor
     conf.agregar(pozos.macuare, ",venta_macuare=?", valor);
     conf.agregar(pozos.tablaFija, ",venta_tf=?", valor);
     conf.agregar(valor == 0, ",mensajetaq=?", "");
-    db.exec(conf.sql, conf.params);
-    carreraActual_ = carrera;
-
     // Every track's race of that number and date.
     Sentencia s = actualizarPozos(pozos, valor, true);
     s.sql += " Where carrera = ? and fecha = ? ";
     s.params.insert(s.params.end(), {carrera, fecha});
-    db.exec(s.sql, s.params);
+    // The settings and the race card together, run again whole on a conflict.
+    db.inTransaction([&] {
+        db.exec(conf.sql, conf.params);
+        db.exec(s.sql, s.params);
+    });
+    carreraActual_ = carrera;
 
     ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
     ctx_.ponerTituloMenu(tituloMenuPrincipal(

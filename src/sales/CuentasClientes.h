@@ -22,6 +22,10 @@ class Db;
 // The report launcher's kind of a client's statement.
 inline constexpr int kReporteJugadasClientes = 39;
 
+// Counts a movement on the client's row (inside the movement's transaction),
+// so two movements of one client always conflict, on any node of a cluster.
+void marcarCliente(Db& db, long long idCliente);
+
 // A client's balance: the plain sum of the movements.
 double saldoCliente(Db& db, long long idCliente);
 

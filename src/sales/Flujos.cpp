@@ -3,6 +3,7 @@
 #include "core/Connections.h"
 #include "core/Context.h"
 #include "core/Db.h"
+#include "core/Diario.h"
 #include "core/Formato.h"
 #include "core/Guardia.h"
 #include "core/RegistroErrores.h"
@@ -46,6 +47,19 @@ std::string sql(std::initializer_list<std::string_view> partes) {
 
 namespace {
 
+double numeroDe(const SqlValue& v) { return v.toString().toDouble(); }
+
+// A ticket's stake: units of a winner bet, else the amount played.
+double apuesta(const Row& boleto) {
+    return boleto.has("ganadores") ? boleto.number("ganadores") : boleto.numberOr("monto");
+}
+
+// The journal row of an operation on a ticket of the game.
+AsientoDiario asiento(const QString& operacion, const Juego& juego, const Row& b, double monto) {
+    return {operacion, QString::fromLatin1(juego.tabla), b.text(juego.codigo), b.text("grupo"), b.text("fecha"),
+            b.integerOr("carrera"), apuesta(b), monto};
+}
+
 // What the booth is told when its connection broke during a sale.
 const QString kVentaRecuperada =
     QStringLiteral("SE PERDIO LA CONEXION CON EL SERVIDOR, PERO LA VENTA SE REALIZO. BOLETO: ");
@@ -77,11 +91,16 @@ Venta vender(Context& ctx, const QString& ventana, const Juego& juego, Jugada& j
                 if (std::optional<Rechazo> r = chequeo()) return {std::move(r), 0, {}};
             // From here on a broken connection leaves the outcome to be found out.
             jugada.incierta = true;
-            // The number is the insert's own key.
+            // The number is the insert's own key, returned by the insert itself.
             Venta v;
-            v.numero = insertar(db, jugada.fila(jugada.ficha));
+            const Insercion fila = jugada.fila(jugada.ficha);
+            v.numero = insertar(db, fila, "numero");
             v.codigo = codigoBoleto(jugada.prefijo(), desdeFechaSql(jugada.fecha()), v.numero);
             jugada.completar(db, v.numero, v.codigo);
+            const SqlValue unidades = fila.valor("ganadores");
+            anotar(db, {operacion::Venta, QString::fromLatin1(juego.tabla), v.codigo, fila.valor("grupo").toString(),
+                        jugada.fecha(), static_cast<long long>(numeroDe(fila.valor("carrera"))),
+                        numeroDe(unidades.isNull() ? fila.valor("monto") : unidades), jugada.dinero()});
             return v;
         });
     } catch (const DbError& e) {
@@ -235,6 +254,7 @@ std::optional<double> cobrar(Context& ctx, const QString& ventana, const Juego& 
                          " set premios=premios + ?,saldo=saldo - ?,monto_porpagar=monto_porpagar - ? Where fecha =? "
                          "and grupo=? limit 1  "}),
                     {monto, monto, monto, fecha, grupo});
+            anotar(db, asiento(operacion::Pago, juego, *b, monto));
             return {std::nullopt, monto};
         });
     } catch (const DbError& e) {
@@ -286,6 +306,7 @@ ResultadoAnulacion anular(Db& db, const Juego& juego, long long numero, const Re
         if (r.noSiVentaCerrada && juego.ventaCerrada && juego.ventaCerrada(db, *b))
             return ResultadoAnulacion::VentaCerrada;
         insertar(db, juego.anotacion(*b, motivo, usuario, Estatus::Anulado));
+        anotar(db, asiento(operacion::Anulacion, juego, *b, b->number("cobrado")));
         // By the key alone, as the row was locked (see cobrar).
         db.exec(sql({"delete from  ", juego.tabla, "  Where numero = ? limit 1 "}), {numero});
         if (juego.alAnular) juego.alAnular(db, *b);

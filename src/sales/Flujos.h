@@ -57,6 +57,8 @@ public:
     virtual void completar(Db& db, long long numero, const QString& codigo) = 0;
     // The printed ticket.
     virtual Impreso ticket(long long numero, const QString& codigo, bool grafico) const = 0;
+    // The ticket's money, for the money journal (0: the game does not say).
+    virtual double dinero() const { return 0; }
 };
 
 struct Venta {

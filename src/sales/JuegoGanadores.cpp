@@ -2,9 +2,11 @@
 
 #include "core/Context.h"
 #include "core/Db.h"
+#include "core/Diario.h"
 #include "core/Formato.h"
 #include "core/Niveles.h"
 #include "core/Textos.h"
+#include "sales/CuentasClientes.h"
 #include "sales/TicketKeys.h"
 
 #include <algorithm>
@@ -34,10 +36,10 @@ const char* const kGrupoYCaballo =
     "SELECT g.grupo, g.cab_max, IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo, g.valor_ganador, g.apuesta_max_win, "
     "g.cupo_winxjugador, g.cupovip, g.inicialboleto, g.clave_win, g.pedirclave, g.admin_cupo, g.opcioncupowin, "
-    "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, c.id_carrera "
-    "FROM grupos g JOIN configuracion k LEFT JOIN carreras c ON c.carrera = ? and c.fecha = ? and "
-    "c.nu_caballo = ? and c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) "
-    "WHERE g.grupo = ? ORDER BY c.id_carrera LIMIT 1";
+    "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, "
+    "(SELECT min(c.id_carrera) FROM carreras c WHERE c.carrera = ? and c.fecha = ? and c.nu_caballo = ? and "
+    "c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)) AS id_carrera "
+    "FROM grupos g JOIN configuracion k WHERE g.grupo = ? LIMIT 1";
 const char* const kCarreraYPista =
     "SELECT IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo "
@@ -59,19 +61,28 @@ const char* const kDevolverCarrera =
     "estatus <>4) and estatus<>2 and fecha  = ?";
 // With quotas enforced, one round trip reads the runners, what the horse
 // sold (by the group, or by the whole centre) and the centre's quota row.
+// What the horse sold comes from its running total (venta_caballo, kept with
+// every ticket written or deleted), read by key: the sale costs the same
+// however many tickets the horse already has.
 const char* const kCorredoresYCupoGrupo =
     "SELECT (SELECT count(carrera) FROM carreras where carrera=? and retirado=0 and fecha=? and id_hipodromo = ?) "
-    "as cant_cabs, (SELECT sum(ganadores) FROM ma_principal where caballo=? and carrera =? and ch = ? and grupo = ? "
-    "and fecha = ?) as venta_ch, v.* FROM (SELECT 1 AS uno) x LEFT JOIN venta_cupo_ganadores v ON v.ch = ?";
+    "as cant_cabs, (SELECT ganadores FROM venta_caballo where fecha = ? and carrera = ? and caballo = ? and ch = ? "
+    "and grupo = ?) as venta_ch, v.* FROM (SELECT 1 AS uno) x LEFT JOIN venta_cupo_ganadores v ON v.ch = ?";
 const char* const kCorredoresYCupoCentro =
     "SELECT (SELECT count(carrera) FROM carreras where carrera=? and retirado=0 and fecha=? and id_hipodromo = ?) "
-    "as cant_cabs, (SELECT sum(ganadores) FROM ma_principal where caballo=? and carrera =? and ch = ? and fecha = ?) "
-    "as venta_ch, v.* FROM (SELECT 1 AS uno) x LEFT JOIN venta_cupo_ganadores v ON v.ch = ?";
+    "as cant_cabs, (SELECT sum(ganadores) FROM venta_caballo where fecha = ? and carrera = ? and caballo = ? and "
+    "ch = ?) as venta_ch, v.* FROM (SELECT 1 AS uno) x LEFT JOIN venta_cupo_ganadores v ON v.ch = ?";
 const char* const kCliente = "SELECT * FROM clientes where  usuario  = ? and ch=? FOR UPDATE";
 const char* const kSaldoCliente = "SELECT sum(monto) as saldo FROM jugadas_clientes  Where  id_cliente = ?";
+// The code and keys, and the count of the horse's race-card row (locked by
+// the sale): one statement writes both, so the close of the race, which
+// writes that row too, conflicts with the sale on any node of a cluster.
 const char* const kLlaves =
-    "update ma_principal set nu_boleto=?,llave=?,llave2=?,llave5=? Where ch=? and numero = ? limit 1   ";
-const char* const kSoloCodigo = "update ma_principal set nu_boleto=? Where ch=? and numero = ? limit 1   ";
+    "update ma_principal m JOIN carreras c ON c.id_carrera = ? set m.nu_boleto=?,m.llave=?,m.llave2=?,m.llave5=?,"
+    "c.boletos = c.boletos + 1 Where m.ch=? and m.numero = ?";
+const char* const kSoloCodigo =
+    "update ma_principal m JOIN carreras c ON c.id_carrera = ? set m.nu_boleto=?,c.boletos = c.boletos + 1 "
+    "Where m.ch=? and m.numero = ?";
 
 // An amount typed with a decimal comma, at most two decimals, above zero and
 // not above the largest amount the program takes.
@@ -264,10 +275,10 @@ const VentaGanador::Cupo& VentaGanador::cupo() {
     if (grupo_.integerOr("admin_cupo") == 1) {
         const Row q = grupo_.integerOr("opcioncupowin") == 1
                           ? db_->query(kCorredoresYCupoCentro,
-                                       {*carrera_, fecha_, pista, *caballo_, *carrera_, s.ch, fecha_, s.ch})
+                                       {*carrera_, fecha_, pista, fecha_, *carrera_, *caballo_, s.ch, s.ch})
                                 .first()
                           : db_->query(kCorredoresYCupoGrupo,
-                                       {*carrera_, fecha_, pista, *caballo_, *carrera_, s.ch, s.grupo, fecha_, s.ch})
+                                       {*carrera_, fecha_, pista, fecha_, *carrera_, *caballo_, s.ch, s.grupo, s.ch})
                                 .first();
         const QString columna = QStringLiteral("cab") + QString::number(*caballo_);
         if (q.has(columna) && !q.isNull(columna)) c.cupo = q.number(columna);
@@ -290,6 +301,7 @@ std::optional<Rechazo> VentaGanador::cupoAbierto() {
 std::optional<Rechazo> VentaGanador::cuatroCorredores() {
     if (cupo().corredores != 4) return std::nullopt;
     db_->exec(kDevolverCarrera, {valor_, ctx_.session.grupo, *carrera_, fecha_});
+    anotarPremios(*db_, fecha_, *carrera_, ctx_.session.grupo);
     return rechazo(texto::TituloParametrosVenta, kCuatroCaballos);
 }
 
@@ -370,14 +382,16 @@ void VentaGanador::completar(Db& db, long long numero, const QString& codigo) {
         m.hora = hora_;
         m.observacion = QStringLiteral("CARRERA %1 CABALLO %2").arg(*carrera_).arg(*caballo_);
         insertar(db, m.insercion());
+        marcarCliente(db, m.idCliente);
     }
     // The keys; the password path writes none.
+    const long long fila = caballoFila_.integer("id_carrera");
     if (pedido_.autorizada) {
-        db.exec(kSoloCodigo, {codigo, s.ch, numero});
+        db.exec(kSoloCodigo, {fila, codigo, s.ch, numero});
         return;
     }
     const LlavesVenta k = llavesVenta(numero, *caballo_, unidades_, *carrera_, s.grupo);
-    db.exec(kLlaves, {codigo, k.llave, k.llave2, k.llave5, s.ch, numero});
+    db.exec(kLlaves, {fila, codigo, k.llave, k.llave2, k.llave5, s.ch, numero});
 }
 
 BoletoVendido VentaGanador::boleto(long long numero, const QString& codigo) const {

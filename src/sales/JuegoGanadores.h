@@ -80,6 +80,7 @@ public:
     QString fecha() const override { return fecha_; }
     void completar(Db& db, long long numero, const QString& codigo) override;
     Impreso ticket(long long numero, const QString& codigo, bool grafico) const override;
+    double dinero() const override { return dinero_; }
 
     BoletoVendido boleto(long long numero, const QString& codigo) const;
 

@@ -3,6 +3,8 @@
 #include "core/Db.h"
 #include "core/Formato.h"
 
+#include <cstring>
+
 namespace hipico {
 
 Insercion& Insercion::operator()(const char* columna, SqlValue valor) {
@@ -36,9 +38,25 @@ std::string Insercion::sqlDesde(const std::string& origen) const {
     return s + " " + origen;
 }
 
+SqlValue Insercion::valor(const char* columna) const {
+    std::size_t enlazado = 0;
+    for (std::size_t i = 0; i < columnas_.size(); ++i) {
+        if (expresiones_[i]) continue;
+        if (std::strcmp(columnas_[i], columna) == 0) return valores_[enlazado];
+        ++enlazado;
+    }
+    return {};
+}
+
 long long insertar(Db& db, const Insercion& fila) {
     db.exec(fila.sql(), fila.valores());
     return db.lastInsertId();
+}
+
+long long insertar(Db& db, const Insercion& fila, const char* clave) {
+    std::string sql = fila.sql();
+    if (!sql.empty() && sql.back() == ';') sql.pop_back();
+    return Row::toInteger(db.scalar(sql + " RETURNING " + clave, fila.valores()));
 }
 
 long long insertarDesde(Db& db, const Insercion& fila, const std::string& origen, const Params& params) {

@@ -29,6 +29,8 @@ public:
     const char* tabla() const { return tabla_; }
     QStringList columnas() const;
     const Params& valores() const { return valores_; }
+    // The bound value of a column (NULL when the row has no such column).
+    SqlValue valor(const char* columna) const;
     // "INSERT INTO `t` VALUES (NULL,?,...,?);"
     std::string sql() const;
     // "INSERT INTO `t` SELECT NULL,<expressions, ? for bound values> " + origen
@@ -43,6 +45,9 @@ private:
 
 // Writes the row; gives the key its insert generated (the insert's own LAST_INSERT_ID).
 long long insertar(Db& db, const Insercion& fila);
+// The same in one round trip: the insert returns its own key column `clave`
+// (INSERT ... RETURNING), the number the insert generated.
+long long insertar(Db& db, const Insercion& fila, const char* clave);
 // INSERT ... SELECT: one row per row of `origen` ("FROM ... WHERE ..."). The
 // row's bound values come first, then `params`. Gives the rows written.
 long long insertarDesde(Db& db, const Insercion& fila, const std::string& origen, const Params& params);

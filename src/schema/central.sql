@@ -1008,3 +1008,83 @@ CREATE TABLE `intentos_sesion` (
   `retenida_hasta` VARCHAR(19) NOT NULL DEFAULT '',
   PRIMARY KEY (`usuario`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- What each group of a centre has sold on a horse of a race, kept by the
+-- server in the transaction of every ticket written or deleted: the sale
+-- checks a horse's quota by its key instead of summing the horse's tickets.
+-- A ticket's race, horse, units, centre, group and date are never changed
+-- (a correction is a void and a new sale), so inserts and deletes keep it.
+CREATE TABLE `venta_caballo` (
+  `fecha` VARCHAR(10) NOT NULL,
+  `carrera` INT NOT NULL,
+  `caballo` INT NOT NULL,
+  `ch` VARCHAR(45) NOT NULL,
+  `grupo` VARCHAR(10) NOT NULL,
+  `ganadores` DOUBLE NOT NULL DEFAULT 0,
+  `boletos` INT NOT NULL DEFAULT 0,
+  PRIMARY KEY (`fecha`, `carrera`, `caballo`, `ch`, `grupo`)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+CREATE TRIGGER `ma_principal_vendido` AFTER INSERT ON `ma_principal` FOR EACH ROW
+  INSERT INTO `venta_caballo` (fecha, carrera, caballo, ch, grupo, ganadores, boletos)
+  VALUES (NEW.fecha, NEW.carrera, NEW.caballo, NEW.ch, NEW.grupo, NEW.ganadores, 1)
+  ON DUPLICATE KEY UPDATE ganadores = ganadores + NEW.ganadores, boletos = boletos + 1;
+
+CREATE TRIGGER `ma_principal_retirado` AFTER DELETE ON `ma_principal` FOR EACH ROW
+  UPDATE `venta_caballo` SET ganadores = ganadores - OLD.ganadores, boletos = boletos - 1
+  WHERE fecha = OLD.fecha AND carrera = OLD.carrera AND caballo = OLD.caballo AND ch = OLD.ch AND grupo = OLD.grupo;
+
+-- Tickets sold on a horse's race-card row: every sale writes it, so a sale
+-- and the close of its race (which writes the same row) always conflict,
+-- also when they run on two nodes of a cluster.
+ALTER TABLE `carreras` ADD COLUMN `boletos` INT NOT NULL DEFAULT 0;
+
+-- A race's due tickets (winners and refunds) per group, read whole by the
+-- index: what the money journal records after every change of payouts.
+ALTER TABLE `ma_principal` ADD KEY `ix_ma_principal_estatus` (`fecha`, `carrera`, `estatus`, `grupo`, `cobrado`);
+
+-- Movements written on a client's account: every debit writes the client's
+-- row, so two plays of one client on two nodes of a cluster conflict and
+-- the second checks the balance again.
+ALTER TABLE `clientes` ADD COLUMN `movimientos` INT NOT NULL DEFAULT 0;
+
+-- The money journal: one row per operation that moves money or a ticket's
+-- state, written in the operation's own transaction and never changed.
+-- Each machine's rows form a chain (`orden` 1, 2, ...): `previo` is the
+-- previous row's `huella`, and `huella` the SHA-256 of the row's values.
+CREATE TABLE `diario` (
+  `id` BIGINT NOT NULL AUTO_INCREMENT,
+  `cadena` VARCHAR(64) NOT NULL,
+  `orden` BIGINT NOT NULL,
+  `momento` VARCHAR(19) NOT NULL,
+  `usuario` VARCHAR(45) NOT NULL DEFAULT '',
+  `maquina` VARCHAR(64) NOT NULL DEFAULT '',
+  `operacion` VARCHAR(20) NOT NULL,
+  `tabla` VARCHAR(30) NOT NULL DEFAULT '',
+  `codigo` VARCHAR(25) NOT NULL DEFAULT '',
+  `grupo` VARCHAR(10) NOT NULL DEFAULT '',
+  `fecha` VARCHAR(10) NOT NULL DEFAULT '',
+  `carrera` INT NOT NULL DEFAULT 0,
+  `unidades` DECIMAL(20,6) NOT NULL DEFAULT 0,
+  `monto` DECIMAL(20,6) NOT NULL DEFAULT 0,
+  `previo` CHAR(64) NOT NULL,
+  `huella` CHAR(64) NOT NULL,
+  PRIMARY KEY (`id`),
+  UNIQUE KEY `ux_diario_cadena` (`cadena`, `orden`),
+  KEY `ix_diario_fecha` (`fecha`, `tabla`, `grupo`)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+-- The last row of each chain, kept by the server: an append locks its
+-- chain's row here by key (two appends of one machine wait for each other
+-- instead of forking the chain), and the verification finds a chain whose
+-- last rows were removed.
+CREATE TABLE `diario_cola` (
+  `cadena` VARCHAR(64) NOT NULL,
+  `orden` BIGINT NOT NULL,
+  `huella` CHAR(64) NOT NULL,
+  PRIMARY KEY (`cadena`)
+) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
+
+CREATE TRIGGER `diario_anotado` AFTER INSERT ON `diario` FOR EACH ROW
+  INSERT INTO `diario_cola` (cadena, orden, huella) VALUES (NEW.cadena, NEW.orden, NEW.huella)
+  ON DUPLICATE KEY UPDATE orden = NEW.orden, huella = NEW.huella;

@@ -1,6 +1,7 @@
 #include "signin/CierreDia.h"
 
 #include "core/Context.h"
+#include "core/Diario.h"
 #include "core/Formato.h"
 #include "core/Guardia.h"
 #include "core/Session.h"
@@ -136,6 +137,7 @@ CierreDia::Salida CierreDia::cerrar(const QDate& siguiente, bool cerrarPools) {
                 "usuario = VALUES(usuario), hora = VALUES(hora), ganadores = VALUES(ganadores), "
                 "tablafija = VALUES(tablafija), macuare = VALUES(macuare)",
                 {fecha, r.fechaNueva, usuario, hora, r.ganadores, r.tablaFija, r.macuare});
+        anotar(db, {operacion::Cierre, {}, {}, {}, fecha, 0, static_cast<double>(r.ganadores), 0});
         for (const JuegoDelDia& j : kJuegos)
             r.retirados += db.exec("DELETE FROM " + tabla(j.dia) +
                                        " WHERE fecha < ? AND fecha IN (SELECT fecha FROM cierres_dia)",

@@ -1,6 +1,7 @@
 #include "subastas/Liquidacion.h"
 
 #include "core/Db.h"
+#include "core/Diario.h"
 #include "core/Formato.h"
 
 #include <QHash>
@@ -212,6 +213,7 @@ void escribirRemateDelDia(Db& db, const QString& fecha) {
         if (!hechos.contains(clave)) hechos.insert(clave, resultadoSubasta(db, fecha, p));
         db.exec("UPDATE ventas_ganadores_general SET remate = ? WHERE grupo = ? AND fecha = ?",
                 {hechos.value(clave), p.grupo, fecha});
+        anotar(db, {operacion::Remate, {}, {}, p.grupo, fecha, 0, 0, hechos.value(clave)});
     }
 }
 

@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QTest>
 #include <QWidget>
+#include <atomic>
 
 namespace hipico::test {
 
@@ -33,8 +34,29 @@ Config serverConfig() {
 
 namespace {
 
+// On a cluster (HIPICO_DB_PORTS: the nodes' ports) the connections of the
+// tests are spread over the nodes: each test program's own connection on one
+// node, every further one on the next node in turn.
+QList<int> puertosNodos() {
+    QList<int> out;
+    for (const QString& p : qEnvironmentVariable("HIPICO_DB_PORTS").split(',', Qt::SkipEmptyParts))
+        if (p.trimmed().toInt() > 0) out << p.trimmed().toInt();
+    return out;
+}
+
+Config enNodo(Config c, int indice) {
+    const QList<int> nodos = puertosNodos();
+    if (nodos.isEmpty()) return c;
+    const int puerto = nodos.at(indice % nodos.size());
+    for (ServerConfig* s : {&c.servidor, &c.hipicos}) s->puerto = puerto;
+    c.localPuerto = puerto;
+    return c;
+}
+
 Config configFor(const QString& name) {
-    Config c = serverConfig();
+    int n = 0;
+    for (const QChar ch : name) n += ch.unicode();
+    Config c = enNodo(serverConfig(), n);
     c.servidor.base = "t_" + name;
     c.hipicos.base = "t_" + name + "_hip";
     c.localBase = "t_" + name + "_local";
@@ -102,7 +124,13 @@ QString grab(QWidget* window, const QString& name) {
     return path;
 }
 
-std::shared_ptr<Db> TestEnv::connect() const { return Db::open(cadenaServidor(config)); }
+std::shared_ptr<Db> TestEnv::connect() const {
+    static std::atomic<int> siguiente{1};
+    const int nodo = siguiente++;
+    QStringList otros;
+    for (int i = 1; i < puertosNodos().size(); ++i) otros << cadenaServidor(enNodo(config, nodo + i));
+    return Db::open(cadenaServidor(enNodo(config, nodo)), otros);
+}
 
 QString textOf(Db& db, const std::string& sql, const Params& params) {
     return Row::toText(db.scalar(sql, params));
