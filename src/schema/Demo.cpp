@@ -140,6 +140,9 @@ void cargarDemo(Db& db, const QDate& hoy) {
                      QString("AGENCIA ") + g.grupo, oriente ? 0 : 1, oriente ? 1.0 : 0.5});
         }
 
+        // Every group sells the fixed table, with its line on the ticket.
+        db.exec("UPDATE grupos SET venta_tf = 1, mensajetf = 'GRACIAS POR SU JUGADA'");
+
         db.exec("INSERT INTO venta_cupo_ganadores (ch, cab1, cab2, cab3, cab4, cab5, cab6, cab7, cab8, cab9, cab10, "
                 "cab11, cab12, cab13, cab14, cab15, cab16) VALUES "
                 "('LOS PINOS', 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500, 500), "

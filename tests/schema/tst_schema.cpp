@@ -84,6 +84,12 @@ private slots:
                                    {1, -15.5, "2026-11-23", "10:15:00", "Ganadores", "CARLOS LÓPEZ", "JUGADA",
                                     "07112310", "TAQUILLA UNO", "EFECTIVO", "CARRERA 3 CABALLO 5"})),
             FilaRemate{"2026-11-23", 3, "RELAMPAGO", 5, 1, "LOS PINOS", 20}.insercion(),
+            BoletoTablaFija{3, 5, 4, 20, "LOS PINOS", "08", "10:15:00", "2026-11-23", 40, 1, "2112310", "2026-11-24",
+                            "0123456789abcdef0123456789abcdef"}
+                .insercion(),
+            AnotacionTablaFija{1000, 3, 5, 20, 4, "LOS PINOS", "08", "10:15:00", "2026-11-23", 5, "2112310", 40,
+                               "2026-11-24", "ANULADO", "tablafija"}
+                .insercion(),
         };
         return m;
     }
