@@ -78,6 +78,8 @@ struct Juego {
     // A ticket whose race no longer sells (its pool closed), for the setting
     // that keeps a booth from voiding it.
     std::function<bool(Db& db, const Row& boleto)> ventaCerrada;
+    // What a refund of the ticket pays (the money it was sold for).
+    std::function<double(Db& db, const Row& boleto)> devolucion;
 
     const Pagable* pagable(Estatus e) const;
 };

@@ -124,6 +124,9 @@ const Juego& juegoGanadores() {
         [](Db& db, const Row& b) {
             return Row::toInteger(db.scalar(kCarreraVendiendo, {b.text("grupo"), b.text("fecha"), b.integer("carrera")})) == 0;
         },
+        [](Db& db, const Row& b) {
+            return b.number("ganadores") * Row::toNumber(db.scalar("SELECT valor_ganador FROM configuracion"));
+        },
     };
     return juego;
 }

@@ -85,6 +85,7 @@ const Juego& juegoTablaFija() {
         [](Db& db, const Row& b) {
             return tablaFijaCerrada(db, b.text("grupo"), b.text("fecha"), b.integer("carrera"));
         },
+        [](Db&, const Row& b) { return b.number("monto"); },
     };
     return juego;
 }

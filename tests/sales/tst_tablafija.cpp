@@ -5,6 +5,8 @@
 // oversold by booths selling together.
 #include "BoothFixture.h"
 
+#include "admin/BoletosEscritorio.h"
+#include "admin/EscritorioTablaFija.h"
 #include "sales/VentaTablaFija.h"
 
 #include <QtTest>
@@ -376,6 +378,88 @@ private slots:
         QVERIFY(!v.anularUltimo());
         QCOMPARE(env->dialogs.last().text, texto);
         QCOMPARE(fotoTF(), antes);
+        env->dialogs.clear();
+    }
+
+    // Processing: winners and table-scratched refunds become due, paid
+    // tickets stay, re-processing resets and settles again; the desk's
+    // clean and void of the race.
+    void procesamiento() {
+        VentaTablaFija v(env->ctx);
+        const QStringList c{vender(v, "1", "3", "4"), vender(v, "1", "3", "2"), vender(v, "1", "4", "1"),
+                            vender(v, "1", "5", "2"), vender(v, "1", "3", "1"), vender(v, "1", "5", "1")};
+        db().exec("update tablafija set estatus=2, cobrado=99 where nu_boleto=?", {c[4]});
+        db().exec("update tablafija set estatus=3, cobrado=5 where nu_boleto=?", {c[5]});
+        db().exec("update carreras set retirado_tf=1 where carrera=1 and id_hipodromo=1 and nu_caballo=5");
+        db().exec("update configuracion set valortablafija=12");
+        auto estados = [&] {
+            QStringList out;
+            for (const QString& codigo : c) {
+                const Row r = db().query("SELECT estatus, cobrado FROM tablafija WHERE nu_boleto=?", {codigo}).first();
+                out << QString("%1:%2").arg(r.integer("estatus")).arg(r.number("cobrado"));
+            }
+            return out;
+        };
+        const QString hoy = fechaTrabajo(env->ctx);
+        const ProcesoTablaFija p = procesarTablaFija(db(), hoy, 1, 1, 3);
+        QCOMPARE(p.ganadores, 2LL);
+        QCOMPARE(p.devoluciones, 1LL);
+        QCOMPARE(estados(), (QStringList{"1:48", "1:24", "0:0", "4:10", "2:99", "3:5"}));
+        QCOMPARE(numberOf(db(), "SELECT count(*) FROM carreras WHERE carrera=1 AND id_hipodromo=1 AND "
+                                "(estado_tf<>1 OR venta_tf<>0)"),
+                 0.0);
+        // Re-processing through the desk, with another winner: asked first.
+        entrar(*env, "admintf");
+        EscritorioTablaFija e(env->ctx);
+        Seleccion s = seleccionInicial(env->ctx);
+        env->dialogs.yes();
+        QVERIFY(e.procesar(s, "4"));
+        QCOMPARE(env->dialogs.shown().first().text, QString("Esta carrera ya fue procesada, ¿Desea hacerlo de nuevo?"));
+        QCOMPARE(env->dialogs.last().text, QString("CARRERA PROCESADA CON EXITO"));
+        QCOMPARE(estados(), (QStringList{"0:0", "0:0", "1:12", "4:10", "2:99", "3:5"}));
+        env->dialogs.clear();
+        // Bad winners change nothing.
+        for (const char* malo : {"", "0", "15", "x"}) QVERIFY(!e.procesar(s, malo));
+        QVERIFY(!e.procesar(s, "9"));
+        QVERIFY(!e.procesar(s, "5"));
+        QCOMPARE(env->dialogs.texts().mid(4), (QStringList{"EL NUMERO DEL CABALLO NO EXISTE PARA ESTA CARRERA",
+                                                           "EL CABALLO ESTA RETIRADO"}));
+        QCOMPARE(estados(), (QStringList{"0:0", "0:0", "1:12", "4:10", "2:99", "3:5"}));
+        env->dialogs.clear();
+        // Clean: winners back to sold, refunds and paid tickets stay.
+        QVERIFY(e.limpiar(s));
+        QCOMPARE(estados(), (QStringList{"0:0", "0:0", "0:0", "4:10", "2:99", "3:5"}));
+        // Void of the race: every unpaid ticket a refund of its money.
+        env->dialogs.yes();
+        QVERIFY(e.anularCarrera(s));
+        QCOMPARE(estados(), (QStringList{"4:20", "4:10", "4:5", "4:10", "2:99", "3:5"}));
+        env->dialogs.clear();
+    }
+
+    // The desk's single-ticket commands on fixed-table tickets, each logged in bitacora_tf.
+    void escritorioBoletos() {
+        VentaTablaFija v(env->ctx);
+        const QString a = vender(v, "1", "3", "4"), b = vender(v, "1", "4", "2"), c = vender(v, "1", "6", "1");
+        entrar(*env, "admintf");
+        BoletosEscritorio e(env->ctx, juegoTablaFija());
+        procesarTablaFija(db(), fechaTrabajo(env->ctx), 1, 1, 3);
+        env->dialogs.type("COBRADO");
+        QVERIFY(e.pagar(numeroDe(a)));
+        QCOMPARE(textOf(db(), "SELECT concat(estatus, ' ', fecha_cobro = fecha) FROM tablafija WHERE nu_boleto=?", {a}),
+                 QString("2 1"));
+        env->dialogs.type("DEVUELTO");
+        QVERIFY(e.devolver(numeroDe(b)));
+        QCOMPARE(textOf(db(), "SELECT concat(estatus, ' ', cobrado) FROM tablafija WHERE nu_boleto=?", {b}),
+                 QString("4 10"));
+        // The race is processed: its ticket goes only with the administrator's code.
+        env->dialogs.type("ANULADO");
+        QVERIFY(!e.anularPorNumero(numeroDe(c)));
+        QCOMPARE(env->dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDEN HACER CAMBIOS"));
+        env->dialogs.type("QWPLR850264");
+        QVERIFY(e.anularPorNumero(numeroDe(c)));
+        QCOMPARE(textOf(db(), "SELECT group_concat(concat(nu_boleto, ':', estatus, ':', motivo) ORDER BY id) FROM "
+                              "bitacora_tf"),
+                 QString("%1:2:COBRADO,%2:4:DEVUELTO,%3:5:ELIMINADO POR EL ADMIN").arg(a, b, c));
         env->dialogs.clear();
     }
 
