@@ -14,6 +14,7 @@
 #include "sales/Form_ConfImpresion.h"
 #include "sales/Form_IngresoJugadas.h"
 #include "sales/Form_RPT_CuadreTaqWIn.h"
+#include "sales/Form_Venta_TF.h"
 #include "sales/Form_Venta_WIN.h"
 #include "subastas/Form_Admin_Remate.h"
 #include "subastas/Form_RptSubasta_Fechas.h"
@@ -48,6 +49,8 @@ void registrarVentanas(WindowRegistry& registro) {
     // Report windows: one description each, run by one report window.
     for (const DescripcionReporte& d : ventanasReporte())
         registro.add(d.entrada, [&d](Context& ctx, QWidget* menu) { return new Form_Reporte(ctx, d, menu); });
+    // The fixed-table game.
+    registro.add("tb_menu", [](Context& ctx, QWidget* menu) { return new Form_Venta_TF(ctx, menu); });
     registro.add("imp_tfactual", [](Context& ctx, QWidget* menu) { return crearReporte(ctx, 24, {}, menu); });
 }
 
