@@ -1,5 +1,6 @@
 #include "app/Ventanas.h"
 
+#include "admin/Form_Admin_TF.h"
 #include "admin/Form_Admin_Win.h"
 #include "core/WindowRegistry.h"
 #include "masterdata/Form_Hipicos.h"
@@ -51,6 +52,7 @@ void registrarVentanas(WindowRegistry& registro) {
         registro.add(d.entrada, [&d](Context& ctx, QWidget* menu) { return new Form_Reporte(ctx, d, menu); });
     // The fixed-table game.
     registro.add("tb_menu", [](Context& ctx, QWidget* menu) { return new Form_Venta_TF(ctx, menu); });
+    registro.add("ctf_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_TF(ctx, menu); });
     registro.add("imp_tfactual", [](Context& ctx, QWidget* menu) { return crearReporte(ctx, 24, {}, menu); });
 }
 
