@@ -2,6 +2,7 @@
 
 #include "admin/Form_Admin_TF.h"
 #include "admin/Form_Admin_Win.h"
+#include "admin/Form_GerenciaTF.h"
 #include "core/WindowRegistry.h"
 #include "masterdata/Form_Hipicos.h"
 #include "masterdata/Form_TablaDeNombres.h"
@@ -15,6 +16,7 @@
 #include "sales/Form_ConfImpresion.h"
 #include "sales/Form_IngresoJugadas.h"
 #include "sales/Form_RPT_CuadreTaqWIn.h"
+#include "sales/Form_Pant_TF.h"
 #include "sales/Form_Venta_TF.h"
 #include "sales/Form_Venta_WIN.h"
 #include "subastas/Form_Admin_Remate.h"
@@ -53,6 +55,8 @@ void registrarVentanas(WindowRegistry& registro) {
     // The fixed-table game.
     registro.add("tb_menu", [](Context& ctx, QWidget* menu) { return new Form_Venta_TF(ctx, menu); });
     registro.add("ctf_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_TF(ctx, menu); });
+    registro.add("tbfija_pant_menu", [](Context& ctx, QWidget* menu) { return Form_Pant_TF::crear(ctx, menu); });
+    registro.add("gere_tf", [](Context& ctx, QWidget* menu) { return new Form_GerenciaTF(ctx, menu); });
     registro.add("imp_tfactual", [](Context& ctx, QWidget* menu) { return crearReporte(ctx, 24, {}, menu); });
 }
 

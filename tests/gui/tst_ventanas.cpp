@@ -49,6 +49,8 @@ const QVector<Caso>& casos() {
         {"Form_Venta_WIN", "vg_menu", "taquilla1", "Text_Caballo", false},
         {"Form_Venta_TF", "tb_menu", "tablafija", "Text_Caballo", false},
         {"Form_Admin_TF", "ctf_menu", "admintf", "carrera", true},
+        {"Form_GerenciaTF", "gere_tf", "admintf", "carrera", true},
+        {"Form_Pant_TF", "tbfija_pant_menu", "admin", "", true},
         {"Form_ConfImpresion", "pimp_menu", "taquilla1", "Combo_Puerto", true},
         {"Form_RPT_CuadreTaqWIn", "CT_ADMIN_MENU", "admin", "DTPicker1", true},
         {"Form_Carreras", "carreras_menu", "admin", "busqueda", true},

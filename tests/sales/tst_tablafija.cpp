@@ -7,6 +7,8 @@
 
 #include "admin/BoletosEscritorio.h"
 #include "admin/EscritorioTablaFija.h"
+#include "admin/GerenciaTablaFija.h"
+#include "sales/Form_Pant_TF.h"
 #include "sales/VentaTablaFija.h"
 
 #include <QtTest>
@@ -49,7 +51,7 @@ class TstTablaFija : public QObject {
 
 private slots:
     void initTestCase() {
-        env = entorno("tablafija", carpeta.path());
+        env = entorno("tablafija", carpeta.path(), true);
         puerto = carpeta.filePath("boletos.prn");
     }
     void init() {
@@ -461,6 +463,77 @@ private slots:
                               "bitacora_tf"),
                  QString("%1:2:COBRADO,%2:4:DEVUELTO,%3:5:ELIMINADO POR EL ADMIN").arg(a, b, c));
         env->dialogs.clear();
+    }
+
+    // The manager's sums on its own status sets: paid 2 and 4, to pay 1, 3 and 6.
+    void gerencia_data() {
+        QTest::addColumn<QString>("clase");
+        QTest::addColumn<int>("filas");
+        QTest::addColumn<QList<double>>("sumas");  // monto, cobrado, por cobrar
+        QTest::newRow("TODAS") << "TODAS" << 6 << QList<double>{105, 110, 65};
+        QTest::newRow("COBRADOS") << "COBRADOS" << 2 << QList<double>{40, 110, 0};
+        QTest::newRow("POR PAGAR") << "POR PAGAR" << 3 << QList<double>{60, 0, 65};
+        QTest::newRow("RET. POR PAGAR") << "RET. POR PAGAR" << 1 << QList<double>{20, 40, 0};
+        QTest::newRow("RET. PAGADO") << "RET. PAGADO" << 1 << QList<double>{15, 0, 15};
+    }
+    void gerencia() {
+        QFETCH(QString, clase);
+        QFETCH(int, filas);
+        QFETCH(QList<double>, sumas);
+        VentaTablaFija v(env->ctx);
+        const QStringList c{vender(v, "1", "1", "4"), vender(v, "1", "2", "4"), vender(v, "1", "3", "4"),
+                            vender(v, "1", "4", "3"), vender(v, "1", "5", "5"), vender(v, "1", "6", "1")};
+        const QList<QPair<int, double>> estados{{2, 70}, {4, 40}, {1, 30}, {3, 15}, {6, 20}, {0, 0}};
+        for (int i = 0; i < c.size(); ++i)
+            db().exec("update tablafija set estatus=?, cobrado=? where nu_boleto=?",
+                      {estados[i].first, estados[i].second, c[i]});
+        GerenciaTablaFija g(env->ctx);
+        GerenciaTablaFija::Filtro f;
+        f.fecha = fechaTrabajo(env->ctx);
+        f.clase = clase;
+        const auto b = g.buscar(f);
+        QVERIFY(b);
+        QCOMPARE(int(b->filas.size()), filas);
+        QCOMPARE((QList<double>{b->sumamonto, b->sumacobrado, b->sumaporcobrar}), sumas);
+        const auto t = g.totales(f.fecha);
+        QCOMPARE(t->venta, 105.0);
+        QCOMPARE(t->cobrado, 175.0);
+        // The printed list: rpt_jugadas with the window's own paid and due columns.
+        env->resetLocal();
+        QVERIFY(g.reporte(f));
+        QCOMPARE(numberOf(env->local(), "SELECT count(*) FROM rpt_jugadas"), double(filas));
+        QCOMPARE(numberOf(env->local(), "SELECT coalesce(sum(cobradoreal), 0) FROM rpt_jugadas"), sumas[1]);
+        QCOMPARE(numberOf(env->local(), "SELECT coalesce(sum(porcobrar), 0) FROM rpt_jugadas"), sumas[2]);
+        env->dialogs.clear();
+    }
+
+    // The display screen follows prices and the open state by itself; both
+    // layouts grabbed for a look.
+    void pantalla() {
+        Form_Pant_TF una(env->ctx, 1);
+        const QString caballo3 = textOf(db(), "SELECT caballo FROM carreras WHERE carrera=1 AND id_hipodromo=1 AND "
+                                              "nu_caballo=3");
+        QVERIFY(una.contenido().contains("CARRERA 1 ABIERTA"));
+        QVERIFY(una.contenido().contains("\n3 " + caballo3 + " 5"));
+        QVERIFY(!una.contenido().contains("CARRERA 2"));
+        db().exec("update carreras set valor_tf=7.5 where carrera=1 and nu_caballo=3");
+        db().exec("update carreras set retirado_tf=1 where carrera=1 and nu_caballo=4");
+        una.refrescar();
+        QVERIFY(una.contenido().contains("\n3 " + caballo3 + " 7.5"));
+        QVERIFY(una.contenido().contains("\n4 "));
+        QVERIFY(una.contenido().contains(" -1"));
+        db().exec("update carreras set venta_tf=0 where carrera=1");
+        una.refrescar();
+        QVERIFY(una.contenido().contains("CARRERA 1 CERRADA"));
+        Form_Pant_TF tres(env->ctx, 3);
+        QVERIFY(tres.contenido().contains("CARRERA 2"));
+        QVERIFY(tres.contenido().contains("CARRERA 3"));
+        const QString carpetaPantallas = qEnvironmentVariable("HIPICO_SCREENS", carpeta.path());
+        QDir().mkpath(carpetaPantallas);
+        for (Form_Pant_TF* p : {&una, &tres}) {
+            p->resize(1366, 768);
+            QVERIFY(p->grab().save(carpetaPantallas + "/" + p->objectName() + "_1366x768.png"));
+        }
     }
 
     // Booths selling the same horse together never pass its quota, and
