@@ -75,6 +75,7 @@ int main(int argc, char** argv) {
                 cargarDemo(*db, QDate::currentDate());
                 cargarDemoSubastas(*db, QDate::currentDate());
                 cargarDemoSemana(*db, QDate::currentDate());
+                cargarDemoTablaFija(*db, QDate::currentDate());
             }
         } else if (args.contains("hipicos")) {
             crearEsquema(config.hipicos, scriptHipicos(), reemplazar);

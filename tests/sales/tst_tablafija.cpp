@@ -10,6 +10,7 @@
 #include "admin/GerenciaTablaFija.h"
 #include "sales/Form_Pant_TF.h"
 #include "sales/VentaTablaFija.h"
+#include "schema/Demo.h"
 
 #include <QtTest>
 #include <atomic>
@@ -534,6 +535,24 @@ private slots:
             p->resize(1366, 768);
             QVERIFY(p->grab().save(carpetaPantallas + "/" + p->objectName() + "_1366x768.png"));
         }
+    }
+
+    // The demo's fixed-table day: sales on the open race, a processed race
+    // whose due winner the booth pays.
+    void demo() {
+        cargarDemoTablaFija(db(), desdeFechaSql(fechaTrabajo(env->ctx)));
+        QCOMPARE(contar(db(), "tablafija"), 8LL);
+        QCOMPARE(textOf(db(), "SELECT group_concat(estatus ORDER BY numero) FROM tablafija WHERE carrera=2"),
+                 QString("2,1,0,0"));
+        VentaTablaFija v(env->ctx);
+        v.cargar();
+        QVERIFY(!vender(v, "1", "2", "1").isEmpty());
+        const QString debido = textOf(db(), "SELECT nu_boleto FROM tablafija WHERE estatus=1");
+        const ConsultaCobro c = v.buscarBoletoCobro(debido);
+        QVERIFY(c.pagable);
+        QCOMPARE(c.monto, 25.0);
+        QVERIFY(v.cobrarBoleto());
+        env->dialogs.clear();
     }
 
     // Booths selling the same horse together never pass its quota, and
