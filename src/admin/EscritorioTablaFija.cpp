@@ -53,15 +53,7 @@ Recordset EscritorioTablaFija::caballos(const Seleccion& s) {
 }
 
 bool EscritorioTablaFija::fijarValor(const Seleccion& s, long long idCarrera, const QString& valor) {
-    const auto v = monto(valor);
-    if (!v) {
-        ctx_.dialogs.refuse(texto::TituloValidacionDatos, texto::ValorNoValido);
-        return false;
-    }
-    return guardado([&] {
-        db().exec("update carreras set valor_tf=? Where carrera = ? and fecha = ? and id_carrera = ?",
-                  {*v, s.carrera, s.fecha, idCarrera});
-    });
+    return fijarCelda(s, idCarrera, "valor_tf", valor);
 }
 
 bool EscritorioTablaFija::retirar(const Seleccion& s, long long idCarrera, bool retirado) {
@@ -72,13 +64,19 @@ bool EscritorioTablaFija::retirar(const Seleccion& s, long long idCarrera, bool 
 }
 
 bool EscritorioTablaFija::fijarMaximo(const Seleccion& s, long long idCarrera, const QString& valor) {
+    return fijarCelda(s, idCarrera, "apuesta_max_tf", valor);
+}
+
+bool EscritorioTablaFija::fijarCelda(const Seleccion& s, long long idCarrera, const char* columna,
+                                     const QString& valor) {
     const auto v = monto(valor);
     if (!v) {
         ctx_.dialogs.refuse(texto::TituloValidacionDatos, texto::ValorNoValido);
         return false;
     }
     return guardado([&] {
-        db().exec("update carreras set apuesta_max_tf=? Where carrera = ? and fecha = ? and id_carrera = ?",
+        db().exec(std::string("update carreras set ") + columna +
+                      "=? Where carrera = ? and fecha = ? and id_carrera = ?",
                   {*v, s.carrera, s.fecha, idCarrera});
     });
 }

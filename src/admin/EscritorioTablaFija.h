@@ -59,6 +59,11 @@ public:
     // Every unpaid ticket of the race (of the group, or all) becomes a refund due.
     bool anularCarrera(const Seleccion& s);
 
+private:
+    // One horse's number cell (the column is the caller's, never the user's).
+    bool fijarCelda(const Seleccion& s, long long idCarrera, const char* columna, const QString& valor);
+
+public:
     // The day's fixed-table money: sold, and paid or due.
     struct TotalesDia {
         double venta = 0;

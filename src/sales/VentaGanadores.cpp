@@ -134,16 +134,11 @@ VentaGanadores::Venta VentaGanadores::ventaConClave(const QString& clave) {
 // ---------------------------------------------------------------- payment
 
 VentaGanadores::Consulta VentaGanadores::buscarBoletoCobro(const QString& codigo) {
-    porCobrar_.reset();
-    porCobrar_ = consultarCobro(ctx_, juegoGanadores(), codigo);
-    return porCobrar_.value_or(Consulta{});
+    return porCobrar_.buscar(ctx_, juegoGanadores(), codigo);
 }
 
 bool VentaGanadores::cobrarBoleto() {
-    if (!porCobrar_) return false;
-    const Consulta pedido = *porCobrar_;
-    porCobrar_.reset();
-    return cobrar(ctx_, kVentanaVenta, juegoGanadores(), pedido, impresora_).has_value();
+    return porCobrar_.cobrar(ctx_, kVentanaVenta, juegoGanadores(), impresora_);
 }
 
 // ---------------------------------------------------------------- void

@@ -72,16 +72,11 @@ VentaTablaFija::Venta VentaTablaFija::procesarVenta(const QString& carrera, cons
 // ---------------------------------------------------------------- payment
 
 ConsultaCobro VentaTablaFija::buscarBoletoCobro(const QString& codigo) {
-    porCobrar_.reset();
-    porCobrar_ = consultarCobro(ctx_, juegoTablaFija(), codigo);
-    return porCobrar_.value_or(ConsultaCobro{});
+    return porCobrar_.buscar(ctx_, juegoTablaFija(), codigo);
 }
 
 bool VentaTablaFija::cobrarBoleto() {
-    if (!porCobrar_) return false;
-    const ConsultaCobro pedido = *porCobrar_;
-    porCobrar_.reset();
-    return cobrar(ctx_, kVentana, juegoTablaFija(), pedido, impresora_).has_value();
+    return porCobrar_.cobrar(ctx_, kVentana, juegoTablaFija(), impresora_);
 }
 
 // ---------------------------------------------------------------- void

@@ -39,7 +39,7 @@ public:
 
     // ---- Payment ----
     ConsultaCobro buscarBoletoCobro(const QString& codigo);
-    const std::optional<ConsultaCobro>& boletoPorCobrar() const { return porCobrar_; }
+    const std::optional<ConsultaCobro>& boletoPorCobrar() const { return porCobrar_.consulta(); }
     bool cobrarBoleto();
 
     // ---- Void (Anulacion_tf) ----
@@ -58,7 +58,7 @@ private:
     Context& ctx_;
     ImpresoraTaquilla impresora_;
     std::shared_ptr<JugadaTablaFija> incierta_;
-    std::optional<ConsultaCobro> porCobrar_;
+    CobroEnEspera porCobrar_;
     std::optional<BoletoTablaFijaVendido> ultimo_;
 };
 
