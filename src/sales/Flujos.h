@@ -173,6 +173,10 @@ struct PuntoAnulacion {
     std::function<bool(Db& db, const Row& boleto)> confirmar;
 };
 
+// How a booth voids: a sold ticket of the day of its own centre, the reason
+// required.
+PuntoAnulacion puntoTaquilla(const QString& ventana, const QString& titulo, const QString& centro);
+
 // Asks, looks the ticket up, voids it and tells the user; a database failure
 // goes through the error guard (Error).
 ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnulacion& punto,

@@ -27,12 +27,6 @@ namespace {
 // A ticket code: prefix, month, day and at least two digits of its number.
 constexpr int kLargoMinimoCodigo = 6;
 
-QLabel* etiqueta(const QString& texto, const char* clase = "campo") {
-    auto* l = new QLabel(texto);
-    l->setProperty("class", clase);
-    return l;
-}
-
 }  // namespace
 
 Form_Venta_TF::Form_Venta_TF(Context& ctx, QWidget* parent)
@@ -122,6 +116,7 @@ void Form_Venta_TF::construir() {
     gb->addWidget(textCobro_, 0, 1);
     gb->addWidget(botonCobrar_, 0, 2);
     gb->addWidget(resultadoCobro_, 1, 0, 1, 3);
+    cobro_ = {textCobro_, botonCobrar_, resultadoCobro_};
     derecha->addWidget(grupoCobro);
 
     auto* grupoTotales = new QGroupBox(QStringLiteral("TOTALES DEL DÍA"));
@@ -235,27 +230,15 @@ void Form_Venta_TF::Boton_Procesar_Click() {
 }
 
 void Form_Venta_TF::Text_boletoCobro_Enter() {
-    const auto c =
-        intentar([this] { return logica_.buscarBoletoCobro(textCobro_->text()); }).value_or(ConsultaCobro());
-    botonCobrar_->setEnabled(c.pagable);
-    if (!c.pagable) {
-        resultadoCobro_->clear();
-        textCobro_->setFocus();
-        textCobro_->selectAll();
-        return;
-    }
-    resultadoCobro_->setText(c.mensaje + QStringLiteral("   ") + formatoMonto(c.monto, logica_.enDolares()));
-    botonCobrar_->setFocus();
+    cobro_.consultado(
+        intentar([this] { return logica_.buscarBoletoCobro(textCobro_->text()); }).value_or(ConsultaCobro()),
+        logica_.enDolares());
 }
 
 void Form_Venta_TF::Boton_Cobrar_Boleto2_Click() {
     const auto pedido = logica_.boletoPorCobrar();
     const bool pagado = proteger([this] { return logica_.cobrarBoleto(); });
-    textCobro_->clear();
-    botonCobrar_->setEnabled(false);
-    resultadoCobro_->setText(pagado && pedido ? QStringLiteral("BOLETO %1 PAGADO: %2")
-                                                    .arg(pedido->codigo, formatoMonto(pedido->monto, logica_.enDolares()))
-                                              : QString());
+    cobro_.cobrado(pedido, pagado, logica_.enDolares());
     bton_buscar_Click();
     textCaballo_->setFocus();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/Ventana.h"
+#include "sales/CajaCobro.h"
 #include "sales/VentaTablaFija.h"
 
 #include <QMainWindow>
@@ -57,6 +58,7 @@ private:
     QLineEdit* textCobro_ = nullptr;
     QPushButton* botonCobrar_ = nullptr;
     QLabel* resultadoCobro_ = nullptr;
+    CajaCobro cobro_;
     QLabel* totales_ = nullptr;
     QTimer* reloj_ = nullptr;
 };

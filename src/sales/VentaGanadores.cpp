@@ -159,16 +159,7 @@ bool VentaGanadores::anularBoleto(long long numero) {
                                         descripcionBoleto(b, enDolares()),
                                     true, Icon::Question);
     };
-    PuntoAnulacion p;
-    p.ventana = kVentanaVenta;
-    p.titulo = kTituloAnulacion;
-    p.tituloMotivo = texto::TituloMotivoAnulacion;
-    p.avisaSinMotivo = true;
-    p.ambito = "ch";
-    p.valorAmbito = ctx_.session.ch;
-    p.noEncontrado = texto::BoletoNoAnulableSinCodigo;
-    p.soloDelDia = true;
-    p.soloVendidos = true;
+    PuntoAnulacion p = puntoTaquilla(kVentanaVenta, kTituloAnulacion, ctx_.session.ch);
     // The setting that keeps a booth from voiding a ticket once its race is closed (off by default).
     p.noSiVentaCerrada = Row::toInteger(ctx_.servidor().scalar("SELECT no_anular_cerrada FROM configuracion")) == 1;
     long long elegido = numero;

@@ -84,17 +84,8 @@ bool VentaTablaFija::cobrarBoleto() {
 bool VentaTablaFija::anularUltimo() {
     const Recordset rs = ctx_.servidor().query(
         "SELECT * FROM tablafija WHERE ch=?   order by numero desc limit 1   ", {ctx_.session.ch});
-    PuntoAnulacion p;
-    p.ventana = kVentana;
-    p.titulo = kTituloAnulacion;
+    PuntoAnulacion p = puntoTaquilla(kVentana, kTituloAnulacion, ctx_.session.ch);
     p.pideCodigo = false;
-    p.tituloMotivo = texto::TituloMotivoAnulacion;
-    p.avisaSinMotivo = true;
-    p.ambito = "ch";
-    p.valorAmbito = ctx_.session.ch;
-    p.noEncontrado = texto::BoletoNoAnulableSinCodigo;
-    p.soloDelDia = true;
-    p.soloVendidos = true;
     if (rs.empty()) {
         ctx_.dialogs.refuse(kTituloAnulacion, p.noEncontrado);
         return false;
