@@ -47,6 +47,12 @@ class TstTablaFija : public QObject {
         const auto r = v.procesarVenta(carrera, caballo, tablas);
         return r.resultado == VentaTablaFija::Resultado::Vendido ? r.boleto.codigo : QString();
     }
+    // The booth's machine has no local schema: its print settings are its own file's.
+    void sinLocal() {
+        env->ctx.cnLocal.reset();
+        Db::open(cadenaLocalSinBase(env->config))
+            ->exec(("DROP DATABASE IF EXISTS `" + env->config.localBase + "`").toStdString());
+    }
     long long numeroDe(const QString& codigo) {
         return Row::toInteger(db().scalar("SELECT numero FROM tablafija WHERE nu_boleto = ?", {codigo}));
     }
@@ -55,6 +61,7 @@ private slots:
     void initTestCase() {
         env = entorno("tablafija", carpeta.path());
         puerto = carpeta.filePath("boletos.prn");
+        sinLocal();
     }
     void init() {
         env->loadDemo();
@@ -507,9 +514,7 @@ private slots:
         const double n = numberOf(env->local(), "SELECT count(*) FROM rpt_jugadas");
         const double pagado = numberOf(env->local(), "SELECT coalesce(sum(cobradoreal), 0) FROM rpt_jugadas");
         const double debido = numberOf(env->local(), "SELECT coalesce(sum(porcobrar), 0) FROM rpt_jugadas");
-        env->ctx.cnLocal.reset();
-        Db::open(cadenaLocalSinBase(env->config))
-            ->exec(("DROP DATABASE IF EXISTS `" + env->config.localBase + "`").toStdString());
+        sinLocal();
         QVERIFY(hecho);
         QCOMPARE(n, double(filas));
         QCOMPARE(pagado, sumas[1]);
