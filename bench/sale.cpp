@@ -14,6 +14,8 @@
 //     closed half-way: duplicate codes, combinations sold past their quota,
 //     register rows that disagree with their tickets and tickets after the
 //     close, which must all be 0.
+//  4. the same two runs for the fixed-table sale (its summary accepted):
+//     duplicate codes, tickets after the close and quota overruns, all 0.
 #include "BenchSupport.h"
 
 #include "core/Context.h"
@@ -24,6 +26,7 @@
 #include "sales/VentaGanadores.h"
 #include "sales/VentaMacuare.h"
 #include "admin/ProcesoMacuare.h"
+#include "sales/VentaTablaFija.h"
 
 #include <QApplication>
 #include <QDir>
@@ -43,9 +46,10 @@ namespace {
 class Contador : public Dialogs {
 public:
     void message(Icon, const QString&, const QString&) override { ++mensajes; }
-    bool confirm(const QString&, const QString&, bool, Icon) override { return false; }
+    bool confirm(const QString&, const QString&, bool, Icon) override { return acepta; }
     std::optional<QString> ask(const QString&, const QString&, const QString&) override { return std::nullopt; }
     long mensajes = 0;
+    bool acepta = false;  // the fixed-table summary is accepted
 };
 
 // The session a sign-in of this user and the main menu's load leave.
@@ -247,6 +251,74 @@ bool ventaMacuare(const Config& c, Context& base, QTemporaryDir& puertos) {
     return ok;
 }
 
+using CabinaTF = CabinaDe<VentaTablaFija>;
+
+// The fixed-table sale: one booth, then 32 booths on race 1 with its pool
+// closed half-way; horse 8 keeps a quota of 40 tables. True when no anomaly.
+bool tablaFija(const Config& c, Context& base, const QString& carpeta) {
+    Db& db0 = base.servidor();
+    db0.exec("update carreras set venta_tf=1, bloqueotf=0, estado_tf=0, apuesta_max_tf=0 where carrera=1");
+    db0.exec("update venta_cupo_tf set cab1=1e9,cab2=1e9,cab3=1e9,cab4=1e9,cab5=1e9,cab6=1e9,cab7=1e9,cab8=40 "
+             "where ch='LOS PINOS'");
+    db0.exec("update grupos set apuesta_max_tf=0, cupoviptf=0");
+    const Session sesion = sesionDe(base, "tablafija");
+    const QString fecha = sesion.fecha;
+    {
+        CabinaTF cabina(c, sesion, carpeta + "/tf.prn");
+        cabina.dialogs.acepta = true;
+        std::vector<double> t;
+        for (int k = 0; k < 1200; ++k) {
+            const auto t0 = bench::Clock::now();
+            const auto r = cabina.venta.procesarVenta("1", QString::number(1 + k % 7), QString::number(1 + k % 3));
+            if (k >= 200) t.push_back(microsSince(t0));
+            if (r.resultado != VentaTablaFija::Resultado::Vendido) {
+                std::printf("venta de tabla fija rechazada en la prueba de una taquilla\n");
+                return false;
+            }
+        }
+        std::printf("fixed table, one booth: %zu sales (summary accepted, ticket printed to a file port), median "
+                    "%.0f us, p99 %.0f us\n",
+                    t.size(), percentile(t, 50), percentile(t, 99));
+    }
+    db0.exec("DELETE FROM tablafija");
+    std::vector<std::unique_ptr<CabinaTF>> cabinas;
+    for (int i = 0; i < kCabinas; ++i) {
+        cabinas.push_back(std::make_unique<CabinaTF>(c, sesion, carpeta + QString("/tf%1.prn").arg(i), i));
+        cabinas.back()->dialogs.acepta = true;
+    }
+    auto admin = Db::open(cadenaServidor(c));
+    const Tanda t = correrTanda(
+        [&](int i, QRandomGenerator& azar) {
+            return cabinas[i]->venta.procesarVenta("1", QString::number(1 + azar.bounded(8)),
+                                                   QString::number(1 + azar.bounded(3)))
+                       .resultado == VentaTablaFija::Resultado::Vendido;
+        },
+        [&] {
+            admin->inTransaction([&] {
+                admin->exec("update carreras set venta_tf='0',bloqueotf='1' Where carrera = ? and fecha = ? and "
+                            "id_hipodromo = ?",
+                            {1, fecha, 1});
+            });
+            return Row::toInteger(admin->scalar("SELECT coalesce(max(numero),0) FROM tablafija"));
+        },
+        4321);
+    const long long duplicados =
+        Row::toInteger(admin->scalar("SELECT count(*) - count(distinct nu_boleto) FROM tablafija"));
+    const long long trasCierre =
+        Row::toInteger(admin->scalar("SELECT count(*) FROM tablafija WHERE numero > ?", {t.ultimo}));
+    const long long excedidos = Row::toInteger(admin->scalar(
+        "SELECT count(*) FROM (SELECT caballo, grupo, sum(tablas) AS vendido FROM tablafija GROUP BY caballo, grupo) "
+        "v JOIN venta_cupo_tf q ON q.ch='LOS PINOS' WHERE v.vendido > CASE v.caballo WHEN 8 THEN q.cab8 ELSE 1e9 END"));
+    const double cab8 = Row::toNumber(admin->scalar("SELECT coalesce(sum(tablas),0) FROM tablafija WHERE caballo=8"));
+    std::printf("fixed table, 32 booths, race open %.1f s then closed: %ld sales (%.0f per second), median %.0f us, "
+                "p99 %.0f us\n",
+                t.abierta, t.ventas, t.ventas / t.abierta, percentile(t.latencias, 50), percentile(t.latencias, 99));
+    std::printf("fixed table: duplicate codes %lld, tickets after the close %lld (reported after it: %ld), horses "
+                "past their quota %lld (horse 8: %.0f of 40 tables)\n",
+                duplicados, trasCierre, t.vendidasTrasCierre, excedidos, cab8);
+    return duplicados == 0 && trasCierre == 0 && t.vendidasTrasCierre == 0 && excedidos == 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -345,7 +417,8 @@ int main(int argc, char** argv) {
                 t.vendidasTrasCierre);
     std::printf("tickets whose keys fail the payment check: %lld of %d\n", llavesMalas, boletos.size());
     std::printf("horses sold past their quota: %lld (horse 8: %.0f of 400 units)\n", excedidos, cab8);
-    const bool ok = duplicados == 0 && trasCierre == 0 && t.vendidasTrasCierre == 0 && llavesMalas == 0 && excedidos == 0;
+    const bool ok = duplicados == 0 && trasCierre == 0 && t.vendidasTrasCierre == 0 && llavesMalas == 0 &&
+                    excedidos == 0 && tablaFija(c, base, puertos.path());
     std::printf("%s\n", ok ? "anomalies: none" : "ANOMALIES FOUND");
     const bool okMacuare = ventaMacuare(c, base, puertos);
     return ok && okMacuare ? 0 : 1;

@@ -45,7 +45,7 @@ bool BoletosEscritorio::anularPorNumero(long long numero, const Alcance& alcance
     p.dentro = dentroDe(alcance);
     // The void by number names one code of its own.
     p.codigosAdmin = {QStringLiteral("QWPLR850264")};
-    return anularBoleto(ctx_, juegoGanadores(), p, numero) == ResultadoAnulacion::Anulado;
+    return anularBoleto(ctx_, juego_, p, numero) == ResultadoAnulacion::Anulado;
 }
 
 bool BoletosEscritorio::anularPorCodigo() {
@@ -61,14 +61,16 @@ bool BoletosEscritorio::anularPorCodigo() {
             return false;
         }
         const QString texto = QStringLiteral("BOLETO PERTENECE AL HIPICO : ") + g.first().text("ch") + "\n" +
-                              QStringLiteral("POR UN MONTO DE  ") + textoNumero(b.number("ganadores")) +
-                              QStringLiteral("  GANADORES") + "\n" + QStringLiteral("AL CABALLO: ") +
+                              QStringLiteral("POR UN MONTO DE  ") +
+                              (b.has("tablas") ? textoNumero(b.number("tablas")) + QStringLiteral("  TABLAS")
+                                               : textoNumero(b.number("ganadores")) + QStringLiteral("  GANADORES")) +
+                              "\n" + QStringLiteral("AL CABALLO: ") +
                               b.text("caballo") + "\n" + QStringLiteral("EN LA CARRERA N#: ") + b.text("carrera");
         if (ctx_.dialogs.confirm(texto::TituloCodigoBoleto, texto)) return true;
         ctx_.dialogs.inform(p.titulo, QStringLiteral("EL BOLETO NO SE ANULO"));
         return false;
     };
-    return anularBoleto(ctx_, juegoGanadores(), p) == ResultadoAnulacion::Anulado;
+    return anularBoleto(ctx_, juego_, p) == ResultadoAnulacion::Anulado;
 }
 
 bool BoletosEscritorio::anularGerencia(const Alcance& alcance, bool pedirMotivo) {
@@ -92,7 +94,7 @@ bool BoletosEscritorio::cambiarBoleto(long long numero, const QString& motivoIni
         if (!motivo || motivo->trimmed().isEmpty() || !motivoCabe(ctx_, motivo->trimmed())) return false;
         Db& d = db();
         const QString negado = d.inTransaction([&] {
-            const auto b = bloquearBoleto(d, juegoGanadores(), numero);
+            const auto b = bloquearBoleto(d, juego_, numero);
             return b ? cambio(*b, motivo->trimmed()) : texto::VerifiqueNumeroBoleto;
         });
         if (!negado.isEmpty()) {
@@ -114,16 +116,13 @@ bool BoletosEscritorio::pagar(long long numero) {
                              // payment date is the sale date.
                              const Estatus pagado =
                                  e == Estatus::Devolucion ? Estatus::DevolucionPagada : Estatus::Pagado;
-                             insertar(db(), juegoGanadores().anotacion(b, motivo, ctx_.session.usuario, pagado));
-                             db().exec(pagado == Estatus::DevolucionPagada
-                                           ? "update ma_principal set estatus=3,fecha_cobro=fecha Where  numero = ? "
-                                             "limit 1 "
-                                           : "update ma_principal set estatus=2,fecha_cobro=fecha Where  numero = ? "
-                                             "limit 1 ",
-                                       {numero});
-                             anotar(db(), {operacion::Pago, QStringLiteral("ma_principal"), b.text("nu_boleto"),
-                                           b.text("grupo"), b.text("fecha"), b.integer("carrera"),
-                                           b.number("ganadores"), b.number("cobrado")});
+                             insertar(db(), juego_.anotacion(b, motivo, ctx_.session.usuario, pagado));
+                             db().exec(std::string("update ") + juego_.tabla +
+                                           " set estatus=?,fecha_cobro=fecha Where  numero = ? limit 1 ",
+                                       {numeroDe(pagado), numero});
+                             anotar(db(), {operacion::Pago, QString::fromLatin1(juego_.tabla), b.text(juego_.codigo),
+                                           b.text("grupo"), b.text("fecha"), b.integerOr("carrera"),
+                                           b.numberOr("ganadores", b.numberOr("monto")), b.number("cobrado")});
                              return QString();
                          });
 }
@@ -132,12 +131,14 @@ bool BoletosEscritorio::devolver(long long numero) {
     return cambiarBoleto(numero, QStringLiteral("DEVUELTO"), texto::BoletoModificado,
                          [&](const Row& b, const QString& motivo) {
                              if (liquidado(estatusDe(b))) return texto::BoletoYaPagado;
-                             insertar(db(), juegoGanadores().anotacion(b, motivo, ctx_.session.usuario,
-                                                                        Estatus::Devolucion));
-                             db().exec("update ma_principal set estatus=4,cobrado=ganadores* ? Where  numero = ? "
-                                       "limit 1 ",
-                                       {valorGanador(), numero});
-                             anotarPremios(db(), b.text("fecha"), b.integer("carrera"), b.text("grupo"));
+                             insertar(db(), juego_.anotacion(b, motivo, ctx_.session.usuario,
+                                                              Estatus::Devolucion));
+                             db().exec(std::string("update ") + juego_.tabla +
+                                           " set estatus=4,cobrado=? Where  numero = ? limit 1 ",
+                                       {juego_.devolucion(db(), b), numero});
+                             // The journal keeps the winner game's amounts due.
+                             if (std::string_view(juego_.tabla) == "ma_principal")
+                                 anotarPremios(db(), b.text("fecha"), b.integer("carrera"), b.text("grupo"));
                              return QString();
                          });
 }

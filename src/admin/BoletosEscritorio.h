@@ -2,6 +2,7 @@
 
 #include "admin/Escritorio.h"
 #include "reportes/Reporte.h"
+#include "sales/JuegoGanadores.h"
 
 #include <QString>
 #include <QStringList>
@@ -9,12 +10,14 @@
 
 namespace hipico {
 
-// The desk's tickets tab: single winner tickets (void by number or by code,
-// pay, refund, renumber), the Macuare void, the audit of the selected race
-// and the ticket search.
+// The desk's tickets tab: single tickets of a game (void by number or by
+// code, pay, refund; the winner game's by default), the winner ticket's
+// renumbering, the Macuare void, the audit of the selected race and the
+// ticket search.
 class BoletosEscritorio : public ComandoEscritorio {
 public:
-    explicit BoletosEscritorio(Context& ctx) : ComandoEscritorio(ctx) {}
+    explicit BoletosEscritorio(Context& ctx, const Juego& juego = juegoGanadores())
+        : ComandoEscritorio(ctx), juego_(juego) {}
 
     // The void flow of the desk: a paid ticket stays, and a ticket of a
     // processed race goes only with the administrator's code. A ticket
@@ -76,6 +79,8 @@ private:
     // the refusal, or "" when the ticket was changed.
     bool cambiarBoleto(long long numero, const QString& motivoInicial, const QString& exito,
                        const std::function<QString(const Row&, const QString&)>& cambio);
+
+    const Juego& juego_;
 };
 
 }  // namespace hipico

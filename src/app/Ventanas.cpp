@@ -1,8 +1,10 @@
 #include "app/Ventanas.h"
 
 #include "admin/Form_Admin_MC.h"
+#include "admin/Form_Admin_TF.h"
 #include "admin/Form_Admin_Win.h"
 #include "admin/Form_Gerencia.h"
+#include "admin/Form_GerenciaTF.h"
 #include "core/WindowRegistry.h"
 #include "masterdata/Form_Hipicos.h"
 #include "masterdata/Form_TablaDeNombres.h"
@@ -16,7 +18,9 @@
 #include "sales/Form_ConfImpresion.h"
 #include "sales/Form_IngresoJugadas.h"
 #include "sales/Form_RPT_CuadreTaqWIn.h"
+#include "sales/Form_Pant_TF.h"
 #include "sales/Form_Venta_MC.h"
+#include "sales/Form_Venta_TF.h"
 #include "sales/Form_Venta_WIN.h"
 #include "subastas/Form_Admin_Remate.h"
 #include "subastas/Form_RptSubasta_Fechas.h"
@@ -57,6 +61,11 @@ void registrarVentanas(WindowRegistry& registro) {
     // Report windows: one description each, run by one report window.
     for (const DescripcionReporte& d : ventanasReporte())
         registro.add(d.entrada, [&d](Context& ctx, QWidget* menu) { return new Form_Reporte(ctx, d, menu); });
+    // The fixed-table game.
+    registro.add("tb_menu", [](Context& ctx, QWidget* menu) { return new Form_Venta_TF(ctx, menu); });
+    registro.add("ctf_menu", [](Context& ctx, QWidget* menu) { return new Form_Admin_TF(ctx, menu); });
+    registro.add("tbfija_pant_menu", [](Context& ctx, QWidget* menu) { return Form_Pant_TF::crear(ctx, menu); });
+    registro.add("gere_tf", [](Context& ctx, QWidget* menu) { return new Form_GerenciaTF(ctx, menu); });
     registro.add("imp_tfactual", [](Context& ctx, QWidget* menu) { return crearReporte(ctx, 24, {}, menu); });
 }
 

@@ -101,6 +101,7 @@ int main(int argc, char** argv) {
                 cargarDemoSubastas(*db, QDate::currentDate());
                 cargarDemoSemana(*db, QDate::currentDate());
                 cargarDemoMacuare(*db, QDate::currentDate());
+                cargarDemoTablaFija(*db, QDate::currentDate());
             }
         } else if (args.contains("hipicos")) {
             crearEsquema(config.hipicos, scriptHipicos(), reemplazar);

@@ -4,6 +4,7 @@
 #include "gui/Teclado.h"
 
 #include <QDateEdit>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -22,6 +23,12 @@ QComboBox* listaCarreras(const QString& nombre, QWidget* padre) {
     c->setObjectName(nombre);
     for (int i = 1; i <= kCarrerasPorDia; ++i) c->addItem(QString::number(i));
     return c;
+}
+
+QLabel* etiqueta(const QString& texto, const char* clase) {
+    auto* l = new QLabel(texto);
+    l->setProperty("class", clase);
+    return l;
 }
 
 QPushButton* boton(const QString& texto, const QString& nombre, QWidget* padre) {

@@ -5,6 +5,7 @@
 #include "core/FiltrosTecla.h"
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QDateEdit;
@@ -19,6 +20,9 @@ constexpr int kCarrerasPorDia = 15;
 QDateEdit* selectorFecha(const QString& nombre, QWidget* padre = nullptr);
 // The list of the day's race numbers, 1 to kCarrerasPorDia.
 QComboBox* listaCarreras(const QString& nombre, QWidget* padre = nullptr);
+
+// A label of a style-sheet class ("campo": a field's name; "total": a figure).
+QLabel* etiqueta(const QString& texto, const char* clase = "campo");
 
 // A button that Enter presses when it has the cursor.
 QPushButton* boton(const QString& texto, const QString& nombre, QWidget* padre = nullptr);

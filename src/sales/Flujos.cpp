@@ -344,6 +344,20 @@ std::optional<QString> preguntar(Context& ctx, const QString& titulo, const QStr
 
 }  // namespace
 
+PuntoAnulacion puntoTaquilla(const QString& ventana, const QString& titulo, const QString& centro) {
+    PuntoAnulacion p;
+    p.ventana = ventana;
+    p.titulo = titulo;
+    p.tituloMotivo = texto::TituloMotivoAnulacion;
+    p.avisaSinMotivo = true;
+    p.ambito = "ch";
+    p.valorAmbito = centro;
+    p.noEncontrado = texto::BoletoNoAnulableSinCodigo;
+    p.soloDelDia = true;
+    p.soloVendidos = true;
+    return p;
+}
+
 ResultadoAnulacion anularBoleto(Context& ctx, const Juego& juego, const PuntoAnulacion& p, long long numero) {
     QString codigo;
     if (p.pideCodigo) {

@@ -111,6 +111,26 @@ std::optional<ConsultaCobro> consultarCobro(Context& ctx, const Juego& juego, co
 std::optional<double> cobrar(Context& ctx, const QString& ventana, const Juego& juego, const ConsultaCobro& consulta,
                              ImpresoraTaquilla& impresora);
 
+// A booth's payment in its two steps: the lookup keeps the accepted ticket,
+// the payment pays it once and forgets it (paid or refused).
+class CobroEnEspera {
+public:
+    ConsultaCobro buscar(Context& ctx, const Juego& juego, const QString& codigo) {
+        consulta_ = consultarCobro(ctx, juego, codigo);
+        return consulta_.value_or(ConsultaCobro{});
+    }
+    bool cobrar(Context& ctx, const QString& ventana, const Juego& juego, ImpresoraTaquilla& impresora) {
+        if (!consulta_) return false;
+        const ConsultaCobro pedido = *consulta_;
+        consulta_.reset();
+        return hipico::cobrar(ctx, ventana, juego, pedido, impresora).has_value();
+    }
+    const std::optional<ConsultaCobro>& consulta() const { return consulta_; }
+
+private:
+    std::optional<ConsultaCobro> consulta_;
+};
+
 // ---------------------------------------------------------------- void
 
 // The ticket's row, locked (inside a transaction): how every flow takes a ticket.
@@ -160,6 +180,10 @@ struct PuntoAnulacion {
     // Asked once the ticket is found (unset: nothing asked); false stops.
     std::function<bool(Db& db, const Row& boleto)> confirmar;
 };
+
+// How a booth voids: a sold ticket of the day of its own centre, the reason
+// required.
+PuntoAnulacion puntoTaquilla(const QString& ventana, const QString& titulo, const QString& centro);
 
 // Asks, looks the ticket up, voids it and tells the user; a database failure
 // goes through the error guard (Error).

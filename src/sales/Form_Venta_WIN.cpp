@@ -32,12 +32,6 @@ const QString kTituloResumen = QStringLiteral("RESUMEN DE VENTAS");
 // number: longer than any horse number or amount typed in one go.
 constexpr int kLargoMinimoCodigo = 6;
 
-QLabel* etiqueta(const QString& texto, const char* clase = "campo") {
-    auto* l = new QLabel(texto);
-    l->setProperty("class", clase);
-    return l;
-}
-
 QPushButton* botonTotales(const QString& texto, const char* nombre) {
     auto* b = new QPushButton(texto);
     b->setObjectName(QString::fromLatin1(nombre));
@@ -273,6 +267,7 @@ QWidget* Form_Venta_WIN::construirCobro() {
     gc->addWidget(textCobro_, 0, 1);
     gc->addWidget(botonCobrar_, 0, 2);
     gc->addWidget(resultadoCobro_, 1, 0, 1, 3);
+    cobro_ = {textCobro_, botonCobrar_, resultadoCobro_};
     return grupoCobro;
 }
 
@@ -485,29 +480,15 @@ void Form_Venta_WIN::cobrarLeido(const QString& codigo) {
 }
 
 void Form_Venta_WIN::Text_boletoCobro_Enter() {
-    const auto c = intentar([this] { return logica_.buscarBoletoCobro(textCobro_->text()); })
-                       .value_or(VentaGanadores::Consulta());
-    botonCobrar_->setEnabled(c.pagable);
-    if (!c.pagable) {
-        // The code stays for a look, selected for the next one.
-        resultadoCobro_->clear();
-        textCobro_->setFocus();
-        textCobro_->selectAll();
-        return;
-    }
-    resultadoCobro_->setText(c.mensaje + QStringLiteral("   ") + formatoMonto(c.monto, logica_.enDolares()));
-    botonCobrar_->setFocus();
+    cobro_.consultado(intentar([this] { return logica_.buscarBoletoCobro(textCobro_->text()); })
+                          .value_or(VentaGanadores::Consulta()),
+                      logica_.enDolares());
 }
 
 void Form_Venta_WIN::Boton_Cobrar_Boleto2_Click() {
     const auto pedido = logica_.boletoPorCobrar();
     const bool pagado = proteger([this] { return logica_.cobrarBoleto(); });
-    textCobro_->clear();
-    resultadoCobro_->clear();
-    botonCobrar_->setEnabled(false);
-    if (pagado && pedido)
-        resultadoCobro_->setText(QStringLiteral("BOLETO %1 PAGADO: %2")
-                                     .arg(pedido->codigo, formatoMonto(pedido->monto, logica_.enDolares())));
+    cobro_.cobrado(pedido, pagado, logica_.enDolares());
     bton_buscar_Click();
     // Back to selling; the next scanned code is taken from there.
     textCaballo_->setFocus();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/Ventana.h"
+#include "sales/CajaCobro.h"
 #include "sales/VentaGanadores.h"
 
 #include <QMainWindow>
@@ -100,6 +101,7 @@ private:
     QLineEdit* textCobro_ = nullptr;
     QPushButton* botonCobrar_ = nullptr;
     QLabel* resultadoCobro_ = nullptr;
+    CajaCobro cobro_;
     QLabel* totVenta_ = nullptr;
     QLabel* totPagado_ = nullptr;
     QLabel* totPorPagar_ = nullptr;

@@ -53,6 +53,9 @@ struct Pagable {
 // One ticket game, as the sale, payment and void flows need it: its tables
 // and columns, the statuses it pays and their texts, and the hooks where the
 // games differ. A game's sale is its own Jugada (Flujos.h).
+// Each game fills it in field order: a new field goes at the end, and every
+// game names its value there (a lambda can bind to a neighbouring hook of
+// another type without a word from the compiler).
 struct Juego {
     // Tables.
     const char* tabla;      // the day's tickets
@@ -80,6 +83,8 @@ struct Juego {
     std::function<bool(Db& db, const Row& boleto)> ventaCerrada;
     // What else a void undoes, in its transaction once the ticket is gone (unset: nothing).
     std::function<void(Db& db, const Row& boleto)> alAnular;
+    // What a refund of the ticket pays (the money it was sold for).
+    std::function<double(Db& db, const Row& boleto)> devolucion;
 
     const Pagable* pagable(Estatus e) const;
 };

@@ -135,6 +135,11 @@ const Juego& juegoGanadores() {
         [](Db& db, const Row& b) {
             return Row::toInteger(db.scalar(kCarreraVendiendo, {b.text("grupo"), b.text("fecha"), b.integer("carrera")})) == 0;
         },
+        {},  // alAnular: a void undoes nothing else
+        // devolucion: the units at the unit's price.
+        [](Db& db, const Row& b) {
+            return b.number("ganadores") * Row::toNumber(db.scalar("SELECT valor_ganador FROM configuracion"));
+        },
     };
     return juego;
 }

@@ -106,6 +106,8 @@ const Juego& juegoMacuare() {
         [](Db& db, const Row& b) {
             db.exec(kDesregistrar, {b.number("monto") * b.number("veces"), b.text("combinacion"), b.text("fecha")});
         },
+        // devolucion: what it was sold for.
+        [](Db&, const Row& b) { return b.number("monto") * b.number("veces"); },
     };
     return juego;
 }

@@ -134,16 +134,11 @@ VentaGanadores::Venta VentaGanadores::ventaConClave(const QString& clave) {
 // ---------------------------------------------------------------- payment
 
 VentaGanadores::Consulta VentaGanadores::buscarBoletoCobro(const QString& codigo) {
-    porCobrar_.reset();
-    porCobrar_ = consultarCobro(ctx_, juegoGanadores(), codigo);
-    return porCobrar_.value_or(Consulta{});
+    return porCobrar_.buscar(ctx_, juegoGanadores(), codigo);
 }
 
 bool VentaGanadores::cobrarBoleto() {
-    if (!porCobrar_) return false;
-    const Consulta pedido = *porCobrar_;
-    porCobrar_.reset();
-    return cobrar(ctx_, kVentanaVenta, juegoGanadores(), pedido, impresora_).has_value();
+    return porCobrar_.cobrar(ctx_, kVentanaVenta, juegoGanadores(), impresora_);
 }
 
 // ---------------------------------------------------------------- void
@@ -164,16 +159,7 @@ bool VentaGanadores::anularBoleto(long long numero) {
                                         descripcionBoleto(b, enDolares()),
                                     true, Icon::Question);
     };
-    PuntoAnulacion p;
-    p.ventana = kVentanaVenta;
-    p.titulo = kTituloAnulacion;
-    p.tituloMotivo = texto::TituloMotivoAnulacion;
-    p.avisaSinMotivo = true;
-    p.ambito = "ch";
-    p.valorAmbito = ctx_.session.ch;
-    p.noEncontrado = texto::BoletoNoAnulableSinCodigo;
-    p.soloDelDia = true;
-    p.soloVendidos = true;
+    PuntoAnulacion p = puntoTaquilla(kVentanaVenta, kTituloAnulacion, ctx_.session.ch);
     // The setting that keeps a booth from voiding a ticket once its race is closed (off by default).
     p.noSiVentaCerrada = Row::toInteger(ctx_.servidor().scalar("SELECT no_anular_cerrada FROM configuracion")) == 1;
     long long elegido = numero;

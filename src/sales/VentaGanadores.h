@@ -69,7 +69,7 @@ public:
     // Text_boletoCobro + Enter: looks the ticket up and checks it; refusals
     // are shown to the user. A payable ticket is kept for cobrarBoleto.
     Consulta buscarBoletoCobro(const QString& codigo);
-    const std::optional<Consulta>& boletoPorCobrar() const { return porCobrar_; }
+    const std::optional<Consulta>& boletoPorCobrar() const { return porCobrar_.consulta(); }
     // Boton_Cobrar_Boleto2: pays the ticket accepted by the lookup (1 -> 2,
     // 4 -> 3) exactly once, and prints the payment slip.
     bool cobrarBoleto();
@@ -136,7 +136,7 @@ private:
     std::optional<Pendiente> pendiente_;
     // A sale whose connection broke before its outcome could be found out.
     std::shared_ptr<VentaGanador> incierta_;
-    std::optional<Consulta> porCobrar_;
+    CobroEnEspera porCobrar_;
     std::optional<Boleto> ultimo_;
 };
 

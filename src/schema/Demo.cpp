@@ -145,6 +145,8 @@ void cargarDemo(Db& db, const QDate& hoy) {
         db.exec("UPDATE grupos SET admincupo = 1, admindiv = 1, gerente_eliminar = 1, visualboletosgerente = 1, "
                 "pedir_motivo = 1, nu_administrador = '0414-5550101', nu_tecnico = '0412-5550202', "
                 "mensajech = 'BIENVENIDOS' WHERE grupo IN ('07', '12')");
+        // Every group sells the fixed table, with its line on the ticket.
+        db.exec("UPDATE grupos SET venta_tf = 1, mensajetf = 'GRACIAS POR SU JUGADA'");
 
         db.exec("INSERT INTO venta_cupo_ganadores (ch, cab1, cab2, cab3, cab4, cab5, cab6, cab7, cab8, cab9, cab10, "
                 "cab11, cab12, cab13, cab14, cab15, cab16) VALUES "
@@ -326,6 +328,41 @@ void cargarDemoSubastas(Db& db, const QDate& hoy) {
                     {fecha, t.ch});
         }
         for (const DemoUsuario& u : usuariosDemoSubastas()) insertarUsuario(db, u);
+    });
+}
+
+void cargarDemoTablaFija(Db& db, const QDate& hoy) {
+    const QString fecha = fechaSql(hoy);
+    db.inTransaction([&] {
+        db.exec("UPDATE carreras SET valor_tf = 5 + MOD(nu_caballo, 4) * 2.5 WHERE fecha = ? AND id_hipodromo = 1",
+                {fecha});
+        const double premio = Row::toNumber(db.scalar("SELECT valortablafija FROM configuracion"));
+        // race, horse, tables; race 2 is settled on horse 3.
+        const int ventas[][3] = {{1, 1, 2}, {1, 3, 4}, {1, 3, 1}, {1, 6, 3}, {2, 3, 2}, {2, 3, 5}, {2, 1, 1}, {2, 4, 2}};
+        int i = 0;
+        for (const auto& v : ventas) {
+            const double valor = 5 + (v[1] % 4) * 2.5;
+            const bool ganador = v[0] == 2 && v[1] == 3;
+            BoletoTablaFija b;
+            b.carrera = v[0];
+            b.caballo = v[1];
+            b.tablas = v[2];
+            b.monto = v[2] * valor;
+            b.ch = QStringLiteral("LOS PINOS");
+            b.grupo = QStringLiteral("08");
+            b.hora = QStringLiteral("10:%1:00").arg(10 + 5 * i++);
+            b.fecha = fecha;
+            b.estatus = ganador ? (i == 5 ? 2 : 1) : 0;
+            b.cobrado = ganador ? v[2] * premio : 0;
+            if (b.estatus == 2) b.fechaCobro = fecha;
+            const long long numero = insertar(db, b.insercion());
+            db.exec("UPDATE tablafija SET nu_boleto = ? WHERE numero = ?",
+                    {QStringLiteral("2") + hoy.toString("MMdd") + QString::number(numero), numero});
+        }
+        db.exec("UPDATE carreras SET estado_tf = 1, venta_tf = 0 WHERE fecha = ? AND carrera = 2 AND id_hipodromo = 1",
+                {fecha});
+        db.exec("UPDATE ventas_tf_general SET premios = ?, saldo = -? WHERE fecha = ? AND grupo = '08'",
+                {2 * premio, 2 * premio, fecha});
     });
 }
 

@@ -38,6 +38,11 @@ void cargarDemoSemana(Db& central, const QDate& hoy);
 void cargarDemoMacuare(Db& central, const QDate& hoy);
 const QVector<DemoUsuario>& usuariosDemoSubastas();
 void cargarDemoSubastas(Db& central, const QDate& hoy);
+// A fixed-table day: table prices by horse on the first track, sales of
+// group 08 on the open race 1 and on race 2, whose result (horse 3, the
+// prize of one table) is processed, one winner already paid. Kept apart
+// from the demo day for the same reason.
+void cargarDemoTablaFija(Db& central, const QDate& hoy);
 // The betting centres of the demo, and tomorrow's race card, on the
 // betting-centre server.
 void cargarDemoHipicos(Db& hipicos, const QDate& hoy);

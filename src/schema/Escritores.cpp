@@ -118,6 +118,18 @@ Insercion combinacionNueva(const QString& combinacion, const QString& fecha, dou
     return Insercion("combinaciones_general")("combinacion", combinacion)("fecha", fecha)("estatus", 0)("monto", monto);
 }
 
+Insercion BoletoTablaFija::insercion() const {
+    return Insercion("tablafija")("carrera", carrera)("caballo", caballo)("tablas", tablas)("monto", monto)("ch", ch)(
+        "grupo", grupo)("hora", hora)("fecha", fecha)("cobrado", cobrado)("estatus", estatus)("nu_boleto", nuBoleto)(
+        "fecha_cobro", fechaCobro)("ficha", ficha.isEmpty() ? SqlValue() : SqlValue(ficha));
+}
+
+Insercion AnotacionTablaFija::insercion() const {
+    return Insercion("bitacora_tf")("numero", numero)("carrera", carrera)("caballo", caballo)("monto", monto)(
+        "tablas", tablas)("taquilla", taquilla)("grupo", grupo)("hora", hora)("fecha", fecha)("estatus", estatus)(
+        "nu_boleto", nuBoleto)("cobrado", cobrado)("fecha_cobro", fechaCobro)("motivo", motivo)("usuario", usuario);
+}
+
 Insercion Descarga::insercion() const {
     return Insercion("descargas")("fecha", fecha)("hora", hora)("ch", ch)("grupo", grupo)("carrera", carrera)(
         "caballo", caballo)("ganadores", ganadores)("cobrado", cobrado);

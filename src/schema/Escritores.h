@@ -82,6 +82,33 @@ struct AnotacionBitacora {
     Insercion insercion() const;
 };
 
+// tablafija: a fixed-table ticket as the sale writes it (its code once its
+// number is known); `ficha` is the booth's sale token (NULL when empty).
+struct BoletoTablaFija {
+    long long carrera = 0, caballo = 0;
+    double tablas = 0, monto = 0;
+    QString ch, grupo, hora, fecha;
+    double cobrado = 0;
+    int estatus = 0;
+    QString nuBoleto;
+    QString fechaCobro = QStringLiteral("0");
+    QString ficha;
+    Insercion insercion() const;
+};
+
+// bitacora_tf: a fixed-table ticket as the audit log keeps it, with the
+// status it was given, the reason and the user; `taquilla` is its centre.
+struct AnotacionTablaFija {
+    long long numero = 0, carrera = 0, caballo = 0;
+    double monto = 0, tablas = 0;
+    QString taquilla, grupo, hora, fecha;
+    int estatus = 0;
+    QString nuBoleto;
+    double cobrado = 0;
+    QString fechaCobro, motivo, usuario;
+    Insercion insercion() const;
+};
+
 // descargas: a lay-off bet of a group.
 struct Descarga {
     QString fecha, hora, ch, grupo;

@@ -170,8 +170,10 @@ bool MenuPrincipal::LlenarTFActual() {
     const Session& s = ctx_.session;
     return proteger(ctx_, kTituloMenu, [&] {
         Db& local = ctx_.local();
-        const Recordset caballos = ctx_.servidor().query("SELECT *  FROM carreras  where fecha  = ? and carrera=?",
-                                                         {s.fecha, s.ajuste("carrera")});
+        // The current race on the current track: one row per horse.
+        const Recordset caballos = ctx_.servidor().query(
+            "SELECT *  FROM carreras  where fecha  = ? and carrera=? and id_hipodromo=? order by nu_caballo",
+            {s.fecha, s.ajuste("carrera"), s.ajuste("id_hipodromo")});
         const double valorTabla = s.ajuste("valortablafija");
         local.inTransaction([&] {
             local.exec("DELETE from rpt_caballos_tf");

@@ -105,7 +105,8 @@ private slots:
         QVERIFY(r);
         QCOMPARE(r->windowTitle(), QString("REPORTE POR CARRERA - TABLA FIJA"));
         QCOMPARE(r->documento().filas().size(),
-                 int(numberOf(env->db(), "SELECT count(*) FROM carreras WHERE fecha = ? AND carrera = 1",
+                 int(numberOf(env->db(), "SELECT count(*) FROM carreras WHERE fecha = ? AND carrera = 1 AND "
+                              "id_hipodromo = (SELECT id_hipodromo FROM configuracion)",
                               {fechaSql(env->clock.today())})));
         QVERIFY(r->documento().encabezado().first().startsWith("CARRERA 1     FECHA " + fechaVista(env->clock.today())));
     }

@@ -94,6 +94,12 @@ private slots:
                                   "LOS PINOS", 12.5}),
                              "ANULADO", "taquilla2", 5),
             combinacionNueva("1-2-3-4-5-6-7", "2026-11-23", 22.5),
+            BoletoTablaFija{3, 5, 4, 20, "LOS PINOS", "08", "10:15:00", "2026-11-23", 40, 1, "2112310", "2026-11-24",
+                            "0123456789abcdef0123456789abcdef"}
+                .insercion(),
+            AnotacionTablaFija{1000, 3, 5, 20, 4, "LOS PINOS", "08", "10:15:00", "2026-11-23", 5, "2112310", 40,
+                               "2026-11-24", "ANULADO", "tablafija"}
+                .insercion(),
         };
         return m;
     }

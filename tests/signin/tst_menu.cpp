@@ -633,7 +633,9 @@ private slots:
     void tablaFijaCarreraActual() {
         auto menu = abrirMenu("supervisor", completo);
         const QString fecha = textOf(env->db(), "select fecha from configuracion");
-        const double caballos = contar("select count(*) from carreras where fecha=? and carrera=1", {fecha});
+        const double caballos = contar("select count(*) from carreras where fecha=? and carrera=1 and id_hipodromo="
+                                     "(select id_hipodromo from configuracion)",
+                                     {fecha});
         QVERIFY(caballos > 0);
         menu->accion("imp_tfactual")->trigger();
         QCOMPARE(creadas.value("imp_tfactual"), 1);

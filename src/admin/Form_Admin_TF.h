@@ -1,0 +1,55 @@
+#pragma once
+
+#include "admin/BoletosEscritorio.h"
+#include "admin/EscritorioTablaFija.h"
+#include "gui/Ventana.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QDateEdit;
+class QLabel;
+class QLineEdit;
+class QTableWidget;
+class QTimer;
+
+namespace hipico {
+
+// The fixed-table administrator's window: for a date, track and race, the
+// horses with their table price, maximum per ticket, scratching for the table
+// and what was sold on each (refreshed by a timer); the pool opened and
+// closed; the result processed, cleaned or the race voided; the prize of one
+// table; a centre's quotas; and single tickets voided, paid or refunded by
+// number through the winners desk's ticket commands on the fixed-table game.
+class Form_Admin_TF : public Ventana<QWidget> {
+    Q_OBJECT
+public:
+    Form_Admin_TF(Context& ctx, QWidget* parent = nullptr);
+    Seleccion seleccion() const;
+    void actualizar();
+
+private:
+    void construir();
+    void celdaCambiada(int fila, int columna);
+    void cargarCupos();
+    long long idDeFila(int fila) const;
+
+    EscritorioTablaFija escritorio_;
+    BoletosEscritorio boletos_;
+    OpcionesEscritorio opciones_;
+    bool cargando_ = false;
+    QDateEdit* fecha_ = nullptr;
+    QComboBox* hipodromo_ = nullptr;
+    QComboBox* carrera_ = nullptr;
+    QTableWidget* caballos_ = nullptr;
+    QLabel* estado_ = nullptr;
+    QLineEdit* ganador_ = nullptr;
+    QLineEdit* premio_ = nullptr;
+    QComboBox* centro_ = nullptr;
+    QTableWidget* cupos_ = nullptr;
+    QLineEdit* numero_ = nullptr;
+    QLabel* totales_ = nullptr;
+    QTimer* reloj_ = nullptr;
+};
+
+}  // namespace hipico
