@@ -120,9 +120,7 @@ bool BoletosEscritorio::pagar(long long numero) {
                              db().exec(std::string("update ") + juego_.tabla +
                                            " set estatus=?,fecha_cobro=fecha Where  numero = ? limit 1 ",
                                        {numeroDe(pagado), numero});
-                             anotar(db(), {operacion::Pago, QString::fromLatin1(juego_.tabla), b.text(juego_.codigo),
-                                           b.text("grupo"), b.text("fecha"), b.integerOr("carrera"),
-                                           b.numberOr("ganadores", b.numberOr("monto")), b.number("cobrado")});
+                             anotar(db(), asiento(operacion::Pago, juego_, b, b.number("cobrado")));
                              return QString();
                          });
 }

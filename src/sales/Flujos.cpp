@@ -43,22 +43,22 @@ std::string sql(std::initializer_list<std::string_view> partes) {
 
 }  // namespace
 
+// A ticket's stake: units of a winner bet, else the amount played.
+static double apuesta(const Row& boleto) {
+    return boleto.has("ganadores") ? boleto.number("ganadores") : boleto.numberOr("monto");
+}
+
+AsientoDiario asiento(const QString& operacion, const Juego& juego, const Row& b, double monto) {
+    return {operacion, QString::fromLatin1(juego.tabla), b.text(juego.codigo), b.text("grupo"), b.text("fecha"),
+            b.integerOr("carrera"), apuesta(b), monto};
+}
+
 // ---------------------------------------------------------------- sale
 
 namespace {
 
 double numeroDe(const SqlValue& v) { return v.toString().toDouble(); }
 
-// A ticket's stake: units of a winner bet, else the amount played.
-double apuesta(const Row& boleto) {
-    return boleto.has("ganadores") ? boleto.number("ganadores") : boleto.numberOr("monto");
-}
-
-// The journal row of an operation on a ticket of the game.
-AsientoDiario asiento(const QString& operacion, const Juego& juego, const Row& b, double monto) {
-    return {operacion, QString::fromLatin1(juego.tabla), b.text(juego.codigo), b.text("grupo"), b.text("fecha"),
-            b.integerOr("carrera"), apuesta(b), monto};
-}
 
 // What the booth is told when its connection broke during a sale.
 const QString kVentaRecuperada =

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Diario.h"
 #include "sales/Juego.h"
 
 #include <QString>
@@ -8,6 +9,10 @@
 #include <vector>
 
 namespace hipico {
+
+// The journal row of an operation that moves a ticket of the game, for
+// `monto` (its stake read from the ticket).
+AsientoDiario asiento(const QString& operacion, const Juego& juego, const Row& boleto, double monto);
 
 class Context;
 class Db;
