@@ -262,16 +262,20 @@ bool isRead(const std::string& sql) {
 // fits a bound buffer; otherwise the caller reads value by value.
 
 constexpr SQLULEN kFilasBloque = 256;
+constexpr SQLLEN kFilasMinimas = 64;  // fewer rows than this are read value by value
 constexpr SQLULEN kTextoMaximo = 1024;  // characters of the widest bound text column
 
 // Gives false, having read nothing, when the result does not fit; a failure
 // while reading calls `fallo`, which throws (before the statement is reset,
 // so the driver's diagnostics are still there).
 template <class Fallo>
-bool fetchBlocks(SQLHSTMT h, const std::vector<SQLSMALLINT>& kinds, const std::vector<SQLULEN>& sizes,
+bool fetchBlocks(SQLHSTMT h, SQLLEN filas, const std::vector<SQLSMALLINT>& kinds, const std::vector<SQLULEN>& sizes,
                  const std::shared_ptr<const Columns>& columns, QVector<Row>& rows, Fallo&& fallo) {
     const std::size_t count = kinds.size();
-    if (count == 0) return false;
+    // A short result (most of them: a ticket, a row of settings) is cheaper
+    // read value by value than through buffers bound for a block.
+    if (count == 0 || filas < kFilasMinimas) return false;
+    const SQLULEN bloque = std::min(kFilasBloque, static_cast<SQLULEN>(filas));
     struct Columna {
         SQLLEN ancho = 0;  // bytes of one value
         std::vector<char> datos;
@@ -283,8 +287,8 @@ bool fetchBlocks(SQLHSTMT h, const std::vector<SQLSMALLINT>& kinds, const std::v
         else if (kinds[c] == SQL_C_DOUBLE) cols[c].ancho = sizeof(double);
         else if (sizes[c] == 0 || sizes[c] > kTextoMaximo) return false;
         else cols[c].ancho = static_cast<SQLLEN>(sizes[c] * 4 + 1);  // UTF-8, and the closing NUL
-        cols[c].datos.resize(static_cast<std::size_t>(cols[c].ancho) * kFilasBloque);
-        cols[c].indicadores.resize(kFilasBloque);
+        cols[c].datos.resize(static_cast<std::size_t>(cols[c].ancho) * bloque);
+        cols[c].indicadores.resize(bloque);
     }
     SQLULEN leidas = 0;
     // The statement is kept for later runs: leave it reading one row at a time.
@@ -297,7 +301,7 @@ bool fetchBlocks(SQLHSTMT h, const std::vector<SQLSMALLINT>& kinds, const std::v
         }
     } restaurar{h};
     if (!SQL_SUCCEEDED(SQLSetStmtAttr(h, SQL_ATTR_ROW_BIND_TYPE, reinterpret_cast<SQLPOINTER>(SQLULEN{SQL_BIND_BY_COLUMN}), 0)) ||
-        !SQL_SUCCEEDED(SQLSetStmtAttr(h, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(kFilasBloque), 0)) ||
+        !SQL_SUCCEEDED(SQLSetStmtAttr(h, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(bloque), 0)) ||
         !SQL_SUCCEEDED(SQLSetStmtAttr(h, SQL_ATTR_ROWS_FETCHED_PTR, &leidas, 0)))
         return false;
     for (std::size_t c = 0; c < count; ++c)
@@ -414,7 +418,10 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
         discard(text);
         return e;
     };
-    if (fetchBlocks(st.handle, kinds, sizes, columns, rows, [&] { throw fail(); })) {
+    // The driver keeps the result on the client and knows its rows (-1: it does not).
+    SQLLEN filas = -1;
+    SQLRowCount(st.handle, &filas);
+    if (fetchBlocks(st.handle, filas, kinds, sizes, columns, rows, [&] { throw fail(); })) {
         SQLFreeStmt(st.handle, SQL_CLOSE);
         return Recordset(columns, std::move(rows));
     }
