@@ -127,13 +127,7 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, PerfilGanadores perfil, const QStri
         pestanas_->setTabEnabled(dividendos, switches_.admindiv);
     }
     pestanas_->setCornerWidget(esquina_, Qt::TopRightCorner);
-    subasta_ = new PanelSubasta(
-        ctx,
-        [this] {
-            const Seleccion s = seleccion();
-            return PanelSubasta::Eleccion{s.fecha, s.carrera, s.centro, s.grupo};
-        },
-        this);
+    subasta_ = new PanelSubasta(ctx, [this] { return seleccion(); }, this);
     pestanas_->addTab(subasta_, QStringLiteral("Subasta"));
     raiz->addWidget(pestanas_, 1);
 

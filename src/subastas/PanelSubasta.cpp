@@ -23,8 +23,8 @@ QString encabezado(const QString& columna) { return QLatin1Char(' ') + columna.t
 
 }  // namespace
 
-PanelSubasta::PanelSubasta(Context& ctx, std::function<Eleccion()> eleccion, QWidget* parent)
-    : QWidget(parent), ctx_(ctx), celdas_(ctx), eleccion_(std::move(eleccion)) {
+PanelSubasta::PanelSubasta(Context& ctx, std::function<Seleccion()> seleccion, QWidget* parent)
+    : QWidget(parent), ctx_(ctx), celdas_(ctx), seleccion_(std::move(seleccion)) {
     setObjectName(QStringLiteral("panelSubasta"));
     aviso_ = new QLabel(this);
     aviso_->setObjectName(QStringLiteral("avisoSubasta"));
@@ -66,19 +66,16 @@ bool PanelSubasta::guardado(const std::function<void()>& fn) {
 }
 
 void PanelSubasta::refrescar() {
-    mostrada_ = eleccion_();
+    mostrada_ = seleccion_();
     cargando_ = true;
     tabla_->setRowCount(0);
-    const bool todos = esTodos(mostrada_.centro);
+    const bool todos = !mostrada_.centroElegido();
     aviso_->setText(todos ? QStringLiteral("ELIJA UN CENTRO PARA VER SU SUBASTA")
                           : QStringLiteral("Subasta de la carrera %1 en %2").arg(mostrada_.carrera).arg(mostrada_.centro));
     guardado([&] {
-        porcentajes_->setText(celdas_.porcentajes(mostrada_.grupo.isEmpty() || esTodos(mostrada_.grupo)
-                                                      ? ctx_.session.grupo
-                                                      : mostrada_.grupo)
-                                  .join(QStringLiteral("    ")));
+        porcentajes_->setText(celdas_.porcentajes(mostrada_).join(QStringLiteral("    ")));
         if (todos) return;
-        const Recordset rs = celdas_.cargar(mostrada_.fecha, mostrada_.carrera, mostrada_.centro);
+        const Recordset rs = celdas_.cargar(mostrada_);
         tabla_->setRowCount(rs.size());
         for (int i = 0; i < rs.size(); ++i) {
             const Row& r = rs[i];
@@ -103,14 +100,16 @@ void PanelSubasta::celdaCambiada(int fila, int columna) {
     const QString nombre = CeldasSubasta::columnas().value(columna - 3);
     const long long id = tabla_->item(fila, 0)->text().toLongLong();
     const QString texto = tabla_->item(fila, columna)->text();
-    guardado([&] { celdas_.escribir(mostrada_.fecha, mostrada_.carrera, mostrada_.centro, id, nombre, texto); });
+    guardado([&] { celdas_.escribir(mostrada_, id, nombre, texto); });
     // The grid is rebuilt once the edit that changed it has ended.
     QTimer::singleShot(0, this, &PanelSubasta::refrescar);
 }
 
 void PanelSubasta::cambiarGanador() {
-    const Eleccion e = eleccion_();
-    if (guardado([&] { celdas_.cambiarGanador(e.fecha, e.carrera, e.centro, ganador_->text()); })) ganador_->clear();
+    const Seleccion s = seleccion_();
+    bool hecho = false;
+    guardado([&] { hecho = celdas_.cambiarGanador(s, ganador_->text()); });
+    if (hecho) ganador_->clear();
     refrescar();
 }
 

@@ -14,22 +14,15 @@ namespace hipico {
 class Context;
 
 // The auction cells of an administration window (the winners desk, the
-// manager's window): the chosen race of the chosen centre, one row per horse
+// managers' windows): the chosen race of the chosen centre, one row per horse
 // with its tables, buyers, pots and house tables, each edited cell written
 // alone; the winner change for an auction whose winner differs from the
-// official one; and the group's auction percentages.
+// official one; and the group's auction percentages. It acts on the window's
+// selection, scope included, as the desk's commands do.
 class PanelSubasta : public QWidget {
     Q_OBJECT
 public:
-    // What the window has chosen: date "YYYY-MM-DD", race, centre ("TODOS"
-    // for every centre) and group.
-    struct Eleccion {
-        QString fecha;
-        long long carrera = 0;
-        QString centro;
-        QString grupo;
-    };
-    PanelSubasta(Context& ctx, std::function<Eleccion()> eleccion, QWidget* parent = nullptr);
+    PanelSubasta(Context& ctx, std::function<Seleccion()> seleccion, QWidget* parent = nullptr);
 
     // Reads the race again for the window's choice.
     void refrescar();
@@ -42,8 +35,8 @@ private:
 
     Context& ctx_;
     CeldasSubasta celdas_;
-    std::function<Eleccion()> eleccion_;
-    Eleccion mostrada_;
+    std::function<Seleccion()> seleccion_;
+    Seleccion mostrada_;
     bool cargando_ = false;
     QTableWidget* tabla_ = nullptr;
     QLabel* aviso_ = nullptr;

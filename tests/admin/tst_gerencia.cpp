@@ -8,6 +8,8 @@
 #include "admin/CentroEscritorio.h"
 #include "admin/DescargasEscritorio.h"
 #include "admin/GerenciaEscritorio.h"
+#include "subastas/AdministracionSubasta.h"
+#include "subastas/DisenoSubasta.h"
 #include "support/TestEnv.h"
 
 #include <QtTest>
@@ -49,6 +51,28 @@ class TstGerencia : public QObject {
         venderBoleto(db(), hoy, 2, 1, 1, "07", "LOS PINOS", 2, 40);
         venderBoleto(db(), hoy, 2, 1, 1, "12", "MARACAY", 1, 70);
         return b;
+    }
+
+    // The centre of the scope's groups the tests work on.
+    QString centroDe(const Alcance& a) { return contieneCentro(db(), a, "LOS PINOS") ? "LOS PINOS" : "MARACAY"; }
+
+    // Race 1's auction rows of both centres, as a board creates them.
+    void remates() {
+        db().exec("DELETE FROM carreras_remate");
+        std::vector<Insercion> filas;
+        for (const char* ch : {"LOS PINOS", "MARACAY"})
+            for (const Row& c : db().query("SELECT caballo, nu_caballo FROM carreras WHERE fecha = ? AND carrera = 1 "
+                                           "AND id_hipodromo = 1 ORDER BY id_carrera",
+                                           {fecha}))
+                filas.push_back(FilaRemate{fecha, 1, c.text("caballo"), c.integer("nu_caballo"), 0, ch, 20}.insercion());
+        insertarFilas(db(), filas);
+    }
+    QStringList remateDe(const QString& ch) {
+        QStringList out;
+        for (const Row& r : db().query("SELECT * FROM carreras_remate WHERE ch = ? ORDER BY id_carrera", {ch}))
+            out << r.text("tabla1") + "|" + r.text("mesa1") + "|" + r.text("pote") + "|" + r.text("win") + "|" +
+                       r.text("segundolugar") + "|" + r.text("monto_casa");
+        return out;
     }
 
     // The scopes every boundary test runs in: a group inside it and one outside.
@@ -264,6 +288,44 @@ private slots:
         QCOMPARE(contar("SELECT cab15 + cab16 FROM venta_cupo_ganadores WHERE ch = ?", {centro}), 18.0);
         QCOMPARE(suma(centroFuera), 98.0);
         QVERIFY(c.leer(en(alcance, 1, centro)));
+    }
+
+    void auctionInScope_data() { escenarios(); }
+    void auctionInScope() {
+        QFETCH(Alcance, alcance);
+        QFETCH(QString, dentro);
+        QFETCH(QString, fuera);
+        QFETCH(QString, centroFuera);
+        remates();
+        const QString centro = centroDe(alcance);
+        const QStringList ajeno = remateDe(centroFuera);
+        const long long idAjeno =
+            Row::toInteger(db().scalar("SELECT min(id_carrera) FROM carreras_remate WHERE ch = ?", {centroFuera}));
+        CeldasSubasta c(env->ctx);
+        // Another scope's centre chosen: nothing listed, no cell written, no winner set.
+        QCOMPARE(c.cargar(en(alcance, 1, centroFuera)).size(), 0);
+        for (const char* celda : {"tabla1", "mesa1", "pote"}) {
+            QVERIFY(!c.escribir(en(alcance, 1, centroFuera), idAjeno, celda, "100"));
+            esperar(kTituloSubasta, "DEBE ELEGIR UN CENTRO DE LA LISTA");
+        }
+        QVERIFY(!c.cambiarGanador(en(alcance, 1, centroFuera), "3"));
+        esperar("Modificacion del Ganador", "LA CARRERA NO TIENE SUBASTA");
+        // The own centre chosen with another centre's row: that row stays.
+        c.escribir(en(alcance, 1, centro), idAjeno, "tabla1", "100");
+        // Every centre of the scope: only its rows take the winner.
+        QVERIFY(c.cambiarGanador(en(alcance), "3"));
+        QCOMPARE(remateDe(centroFuera), ajeno);
+        QCOMPARE(contar("SELECT count(*) FROM carreras_remate WHERE ch = ? AND win = 3 AND segundolugar = 3", {centro}),
+                 8.0);
+        // The own centre's cells are listed and written.
+        const Recordset propias = c.cargar(en(alcance, 1, centro));
+        QCOMPARE(propias.size(), 8);
+        QVERIFY(c.escribir(en(alcance, 1, centro), propias[0].integer("id_carrera"), "tabla1", "150"));
+        QCOMPARE(contar("SELECT sum(tabla1) FROM carreras_remate WHERE ch = ?", {centro}), 150.0);
+        QCOMPARE(remateDe(centroFuera), ajeno);
+        // The percentages of a group of another scope are not shown.
+        QVERIFY(c.porcentajes(en(alcance, 1, "TODOS", fuera)).isEmpty());
+        QVERIFY(c.porcentajes(en(alcance, 1, "TODOS", dentro)).first().startsWith("Porcentaje del remate: "));
     }
 
     void restoreWithoutRule() {

@@ -133,29 +133,32 @@ private slots:
     void celdasDelEscritorio() {
         carreraDeLosPinos();
         CeldasSubasta celdas(env->ctx);
-        const Recordset rs = celdas.cargar(fecha, 1, "LOS PINOS");
+        const Seleccion s = seleccionDePrueba(env->ctx, 1, "LOS PINOS");
+        const Recordset rs = celdas.cargar(s);
         QCOMPARE(rs.size(), 8);
         const long long id = rs[4].integer("id_carrera");
-        QVERIFY(celdas.escribir(fecha, 1, "LOS PINOS", id, "tabla5", "45,5"));
+        QVERIFY(celdas.escribir(s, id, "tabla5", "45,5"));
         QCOMPARE(valor("tabla5", 5), 45.5);
-        QVERIFY(celdas.escribir(fecha, 1, "LOS PINOS", id, "mesa4", "C"));
+        QVERIFY(celdas.escribir(s, id, "mesa4", "C"));
         QCOMPARE(textOf(db(), "SELECT mesa4 FROM carreras_remate WHERE id_carrera = ?", {id}), QString("casa"));
-        QVERIFY(celdas.escribir(fecha, 1, "LOS PINOS", id, "pote2", "30"));
+        QVERIFY(celdas.escribir(s, id, "pote2", "30"));
         QCOMPARE(numberOf(db(), "SELECT count(*) FROM carreras_remate WHERE pote2 = 30"), 8.0);
         const QStringList antes = foto(db(), {"carreras_remate"});
-        QVERIFY(!celdas.escribir(fecha, 1, "LOS PINOS", id, "tablacasa", "-3"));
+        QVERIFY(!celdas.escribir(s, id, "tablacasa", "-3"));
         esperar(kTituloSubasta, "EL MONTO NO ES VALIDO");
-        QVERIFY(!celdas.escribir(fecha, 1, "LOS PINOS", id, "mesa1", "A'B"));
-        QVERIFY(!celdas.escribir(fecha, 1, "LOS PINOS", id, "win", "3"));  // not a cell of the grid
+        QVERIFY(!celdas.escribir(s, id, "mesa1", "A'B"));
+        QVERIFY(!celdas.escribir(s, id, "win", "3"));  // not a cell of the grid
+        QVERIFY(!celdas.escribir(seleccionDePrueba(env->ctx, 1), id, "pote", "30"));  // no centre chosen
+        esperar(kTituloSubasta, "DEBE ELEGIR UN CENTRO DE LA LISTA");
         QCOMPARE(foto(db(), {"carreras_remate"}), antes);
         // When the auction's winner differs from the official one.
-        QVERIFY(celdas.cambiarGanador(fecha, 1, "LOS PINOS", "2"));
+        QVERIFY(celdas.cambiarGanador(s, "2"));
         esperar("Modificacion del Ganador", "Los cambios se han realizado con exito");
         QCOMPARE(valor("win", 6), 2.0);
         QCOMPARE(valor("segundolugar", 6), 2.0);
         QCOMPARE(valor("monto_casa", 6), 300 - 60 + (100 - 50) / 2.0);
-        QVERIFY(!celdas.cambiarGanador(fecha, 1, "LOS PINOS", "x"));
-        QCOMPARE(celdas.porcentajes("08"),
+        QVERIFY(!celdas.cambiarGanador(s, "x"));
+        QCOMPARE(celdas.porcentajes(seleccionDePrueba(env->ctx, 1, "LOS PINOS", "08")),
                  (QStringList{"Porcentaje del remate: 20", "Porcentaje del rematador: 5", "Tablas de la subasta: 2",
                               "Tablazos: 10 / 10 / 0 / 0"}));
     }
