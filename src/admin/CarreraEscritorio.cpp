@@ -40,19 +40,34 @@ VentasCarrera::VentasCaballos VentasCarrera::ventasPorCaballo(const Seleccion& s
         v.filas = db().query(sql + " group by caballo", p);
         for (const Row& r : v.filas) v.unidades += r.number("venta");
         v.monto = v.unidades * valorGanador();
-        if (conteo != Conteo::SinAnulados)
-            v.cerrada = Row::toInteger(db().scalar("SELECT count(*) FROM carreras where carrera = ? and fecha = ? "
-                                                   "and venta = 1",
-                                                   {s.carrera, s.fecha})) == 0;
+        if (conteo == Conteo::SinAnulados) return;
+        v.cerrada = Row::toInteger(db().scalar("SELECT count(*) FROM carreras where carrera = ? and fecha = ? "
+                                               "and venta = 1",
+                                               {s.carrera, s.fecha})) == 0;
+        // The manager sees every horse of the race, sold or not.
+        Params p2{s.carrera, s.fecha};
+        std::string caballos = "SELECT caballo,nu_caballo FROM carreras  where carrera = ? and fecha  = ?";
+        if (const auto id = idHipodromo(s, false)) {
+            caballos += " and id_hipodromo = ?";
+            p2.push_back(*id);
+        }
+        for (const Row& r : db().query(caballos + " order by nu_caballo", p2)) v.caballos << r.integer("nu_caballo");
     });
     return v;
 }
 
-QStringList VentasCarrera::lineasVentas(const VentasCaballos& v) const {
-    QStringList out{QStringLiteral("        CABALLO          VENTA")};
+QStringList VentasCarrera::lineasVentas(const VentasCaballos& v, const std::optional<Row>& cupos) const {
+    QStringList out{QStringLiteral("        CABALLO          VENTA") + (cupos ? QStringLiteral("      CUPO") : QString())};
     const QLocale en(QLocale::English);
+    QVector<long long> caballos = v.caballos;
     for (const Row& r : v.filas)
-        out << QStringLiteral("%1%2").arg(r.integer("caballo"), 15).arg(en.toString(r.number("venta"), 'f', 0), 15);
+        if (!caballos.contains(r.integer("caballo"))) caballos << r.integer("caballo");
+    for (const long long n : caballos) {
+        const int i = v.filas.find(QStringLiteral("caballo"), QString::number(n));
+        QString linea = QStringLiteral("%1%2").arg(n, 15).arg(en.toString(i < 0 ? 0.0 : v.filas[i].number("venta"), 'f', 0), 15);
+        if (cupos) linea += QStringLiteral("%1").arg(cupos->textOr(QStringLiteral("cab%1").arg(n), QString()), 10);
+        out << linea;
+    }
     out << QStringLiteral("Venta en Gand:     ") + en.toString(v.unidades, 'f', 0);
     out << QStringLiteral("Venta en Bsf:     ") + formatoMonto(v.monto, ctx_.session.enDolares());
     if (v.cerrada) out << QStringLiteral("CERRADO");

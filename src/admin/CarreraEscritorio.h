@@ -29,9 +29,13 @@ public:
         double unidades = 0;
         double monto = 0;  // units times the unit price
         bool cerrada = false;  // the race no longer sells ("CERRADO")
+        QVector<long long> caballos;  // the manager's: every horse of the race, by number
     };
     VentasCaballos ventasPorCaballo(const Seleccion& s, Conteo conteo = Conteo::SinAnulados);
-    QStringList lineasVentas(const VentasCaballos& v) const;  // the listing's lines
+    // The listing's lines: one per horse sold (per horse of the race for the
+    // manager, unsold ones with 0); with a centre's limits row (cab1..cab16),
+    // each horse's limit beside its sales.
+    QStringList lineasVentas(const VentasCaballos& v, const std::optional<Row>& cupos = std::nullopt) const;
 
     // The day's totals: units sold, paid money, and paid plus due.
     struct VentasDia {

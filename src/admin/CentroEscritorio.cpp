@@ -127,7 +127,16 @@ bool CuposCentro::restaurar(const Seleccion& s) {
 
 // ---------------------------------------------------------------- dividend rule
 
-QMap<QString, QString> ReglaCentro::leer(const Seleccion& s) {
+bool ReglaCentro::sinRegla(const Seleccion& s, long long idHipodromo, bool avisar) {
+    if (!porHipodromo() || esRed(s.alcance) ||
+        Row::toInteger(db().scalar("SELECT count(*) FROM dividendos where ch = ? and id_hipodromo = ?",
+                                   {s.centro, idHipodromo})) > 0)
+        return false;
+    if (avisar) ctx_.dialogs.refuse(kTituloSinRegistrosDividendos, kSinRegistrosDividendos);
+    return true;
+}
+
+QMap<QString, QString> ReglaCentro::leer(const Seleccion& s, bool avisar) {
     QMap<QString, QString> out;
     guardado([&] {
         Params pg{s.centro};
@@ -139,7 +148,7 @@ QMap<QString, QString> ReglaCentro::leer(const Seleccion& s) {
         Row regla = g.first();
         const auto id = idHipodromo(s, false);
         if (porHipodromo()) {
-            if (!id) return;
+            if (!id || sinRegla(s, *id, avisar)) return;
             const Recordset d =
                 db().query("select * from dividendos where ch= ? and id_hipodromo= ?", {s.centro, *id});
             regla = d.empty() ? Row() : d.first();
@@ -198,7 +207,7 @@ bool ReglaCentro::guardar(const Seleccion& s, const QMap<QString, QString>& camp
             return false;
         }
         const auto id = idHipodromo(s, true);
-        if (!id) return false;
+        if (!id || sinRegla(s, *id, true)) return false;
         auto asignaciones = [](const QStringList& columnas) {
             std::string a;
             for (const QString& c : columnas) a += (a.empty() ? "`" : ",`") + c.toStdString() + "`= ?";

@@ -38,13 +38,21 @@ inline const QString kTituloSinRegistrosDividendos = QStringLiteral("Verifique e
 
 // The centre's dividend rule: its first group's row (with the per-track
 // option, the centre's `dividendos` row for the track), and the extended
-// runner-count fields.
+// runner-count fields. With the per-track option a track without the
+// centre's rule row is a new rule to the administrator (saving creates the
+// row); a manager's window has nothing to edit there: reading it gives no
+// rule (and, when `avisar`, the refusal "El Hipodromo seleccionado no
+// presenta registros de dividendos"), saving is refused with it.
 class ReglaCentro : public ComandoEscritorio {
 public:
     explicit ReglaCentro(Context& ctx) : ComandoEscritorio(ctx) {}
-    QMap<QString, QString> leer(const Seleccion& s);
+    QMap<QString, QString> leer(const Seleccion& s, bool avisar = false);
     // Every field is checked before anything is written.
     bool guardar(const Seleccion& s, const QMap<QString, QString>& campos);
+
+private:
+    // A manager's track without the centre's rule row: refused (told when avisar).
+    bool sinRegla(const Seleccion& s, long long idHipodromo, bool avisar);
 };
 
 }  // namespace hipico

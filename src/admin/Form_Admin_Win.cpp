@@ -116,7 +116,8 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, PerfilGanadores perfil, const QStri
     if (gerencia()) pestanas_->addTab(construirVentasGerencia(), QStringLiteral("Ventas"));
     else pestanas_->addTab(construirCarrera(), QStringLiteral("Carrera y resultado"));
     const int cupos = pestanas_->addTab(construirCupos(), QStringLiteral("Cupos"));
-    const int dividendos = pestanas_->addTab(construirDividendos(), QStringLiteral("Dividendos"));
+    dividendos_ = construirDividendos();
+    const int dividendos = pestanas_->addTab(dividendos_, QStringLiteral("Dividendos"));
     pestanas_->addTab(construirDescargas(), QStringLiteral("Descargas y condicionados"));
     pestanas_->addTab(construirBoletos(), QStringLiteral("Boletos"));
     pestanas_->addTab(construirTaquillas(), QStringLiteral("Taquillas"));
@@ -127,6 +128,11 @@ Form_Admin_Win::Form_Admin_Win(Context& ctx, PerfilGanadores perfil, const QStri
         pestanas_->setTabEnabled(dividendos, switches_.admindiv);
     }
     pestanas_->setCornerWidget(esquina_, Qt::TopRightCorner);
+    // The manager's rule is read (and a track without one told) as its tab comes to the front.
+    if (gerencia())
+        connect(pestanas_, &QTabWidget::currentChanged, this, [this] {
+            if (pestanas_->currentWidget() == dividendos_) refrescarRegla();
+        });
     subasta_ = new PanelSubasta(ctx, [this] { return seleccion(); }, this);
     pestanas_->addTab(subasta_, QStringLiteral("Subasta"));
     raiz->addWidget(pestanas_, 1);
@@ -218,7 +224,7 @@ QVBoxLayout* Form_Admin_Win::columnaVentas(QWidget* w) {
     ventas_ = new QListWidget(w);
     ventas_->setObjectName("ventas");
     ventas_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    ventas_->setMinimumWidth(gerencia() ? 230 : 200);
+    ventas_->setMinimumWidth(gerencia() ? 330 : 200);
     columna->addWidget(ventas_, 1);
     dia_ = new QLabel(w);
     dia_->setObjectName("dia");
@@ -371,6 +377,7 @@ QWidget* Form_Admin_Win::construirCupos() {
             if (cargando_ || !e->isModified()) return;
             e->setModified(false);
             cupos_.guardarCupo(seleccion(), i, e->text());
+            refrescarVentas();
         });
     }
     grid->setColumnStretch(8, 1);
@@ -385,6 +392,7 @@ QWidget* Form_Admin_Win::construirCupos() {
         for (QLineEdit* e : cuposCajas_) v << e->text();
         cupos_.guardarCupos(seleccion(), v);
         refrescarCupos();
+        refrescarVentas();
     });
     auto* pie = new QHBoxLayout;
     pie->addWidget(todos);
@@ -395,10 +403,12 @@ QWidget* Form_Admin_Win::construirCupos() {
         connect(bloquear, &QPushButton::clicked, this, [this] {
             cupos_.bloquear(seleccion());
             refrescarCupos();
+            refrescarVentas();
         });
         connect(restaurar, &QPushButton::clicked, this, [this] {
             cupos_.restaurar(seleccion());
             refrescarCupos();
+            refrescarVentas();
         });
         pie->addWidget(bloquear);
         pie->addWidget(restaurar);
@@ -839,9 +849,11 @@ void Form_Admin_Win::refrescarVentas() {
     const auto conteo = !gerencia()              ? VentasCarrera::Conteo::SinAnulados
                         : switches_.noSumarRet ? VentasCarrera::Conteo::TerminoDevoluciones
                                                : VentasCarrera::Conteo::Todos;
-    const VentasCarrera::VentasCaballos v = ventasCarrera_.ventasPorCaballo(seleccion(), conteo);
+    const Seleccion sel = seleccion();
+    const VentasCarrera::VentasCaballos v = ventasCarrera_.ventasPorCaballo(sel, conteo);
     ventas_->clear();
-    ventas_->addItems(ventasCarrera_.lineasVentas(v));
+    // The manager sees each horse's limit of the chosen centre beside its sales.
+    ventas_->addItems(ventasCarrera_.lineasVentas(v, gerencia() ? cupos_.leer(sel) : std::nullopt));
     const VentasCarrera::VentasDia d = ventasCarrera_.ventasDelDia(seleccion());
     const bool dolar = ctx_.session.enDolares();
     if (gerencia()) {
@@ -927,7 +939,9 @@ void Form_Admin_Win::refrescarCupos() {
 
 void Form_Admin_Win::refrescarRegla() {
     const Seleccion sel = seleccion();
-    const QMap<QString, QString> v = reglaCentro_.leer(sel);
+    // Told by a box only when the rule tab is in front (the user is looking at it).
+    const bool avisar = gerencia() && pestanas_ && pestanas_->currentWidget() == dividendos_;
+    const QMap<QString, QString> v = reglaCentro_.leer(sel, avisar);
     // Without a rule to show, the boxes are empty rather than zeros, and say why.
     const QString vacio = v.isEmpty() ? QString() : QStringLiteral("0");
     for (auto it = regla_.cbegin(); it != regla_.cend(); ++it) {
@@ -937,7 +951,8 @@ void Form_Admin_Win::refrescarRegla() {
     avisoRegla_->setText(!v.isEmpty() ? QString()
                          : !sel.centroElegido()
                              ? QStringLiteral("La regla de dividendos es de un centro hípico: elija uno (no \"TODOS\") para verla y cambiarla.")
-                             : QStringLiteral("No hay regla de dividendos para el centro hípico %1 en este hipódromo.").arg(sel.centro));
+                         : gerencia() ? QString()
+                                      : QStringLiteral("No hay regla de dividendos para el centro hípico %1 en este hipódromo.").arg(sel.centro));
     for (int n = 4; n <= 7; ++n)
         for (int c = 0; c < 16; ++c) {
             const QString col = QString::number(n) + kCorredoresCampos[c];

@@ -128,6 +128,7 @@ private:
     QLabel* avisoCupos_ = nullptr;
 
     // Dividend rule tab: one editor per rule column.
+    QWidget* dividendos_ = nullptr;
     QMap<QString, QWidget*> regla_;
     QLabel* avisoRegla_ = nullptr;
     QTableWidget* corredores_ = nullptr;

@@ -43,6 +43,13 @@ class TstFormGerencia : public QObject {
         w->show();
         return w;
     }
+    // The sales list's line of a horse ("" when not listed).
+    static QString lineaCaballo(QWidget* w, int caballo) {
+        const auto* ventas = hijo<QListWidget>(w, "ventas");
+        for (int i = 1; i < ventas->count(); ++i)
+            if (ventas->item(i)->text().left(15).trimmed() == QString::number(caballo)) return ventas->item(i)->text();
+        return {};
+    }
     static void pestana(QWidget* w, const QString& titulo) {
         auto* p = hijo<QTabWidget>(w, "pestanas");
         for (int i = 0; i < p->count(); ++i)
@@ -99,8 +106,7 @@ private slots:
         } else {
             QCOMPARE(opciones, grupos);
         }
-        const QListWidget* ventas = hijo<QListWidget>(w.get(), "ventas");
-        QCOMPARE(ventas->item(1)->text(), QString("%1%2").arg(3, 15).arg(ventaCaballo3, 15));
+        QCOMPARE(lineaCaballo(w.get(), 3).left(30), QString("%1%2").arg(3, 15).arg(ventaCaballo3, 15));
         QVERIFY(hijo<QLabel>(w.get(), "dia")->text().contains("Monto Cobrado :           "));
         QVERIFY(hijo<QLabel>(w.get(), "contacto")->text().contains("0414-5550101"));
         // The sales per booth close with "Total:".
@@ -161,6 +167,86 @@ private slots:
         QCOMPARE(env->dialogs.last().text, QString("Mensaje Borrado"));
         QCOMPARE(hijo<QLineEdit>(w.get(), "mensaje")->text(), QString());
         grab(w.get(), "Form_Geren_Ganadores_mensaje");
+    }
+
+    // Sold against limit per horse: block, restore and an edited cell show
+    // at once beside the sales; horses 15 and 16 keep their limits.
+    void limitsBesideSales_data() {
+        QTest::addColumn<QString>("ventana");
+        QTest::addColumn<QString>("usuario");
+        QTest::addColumn<QString>("centro");
+        QTest::addColumn<int>("venta");  // race 1, horse 3
+        QTest::newRow("centro") << "Form_Geren_Ganadores" << "gerente" << "LOS PINOS" << 2;
+        QTest::newRow("subgrupo") << "Form_Gerencia_Grupos" << "gerentesub" << "MARACAY" << 11;
+    }
+    void limitsBesideSales() {
+        QFETCH(QString, ventana);
+        QFETCH(QString, usuario);
+        QFETCH(QString, centro);
+        QFETCH(int, venta);
+        auto w = abrir(ventana, usuario);
+        auto* centros = hijo<QComboBox>(w.get(), "centro");
+        // Every centre: no limits to show.
+        if (centros->isEnabled()) {
+            centros->setCurrentText("TODOS");
+            QCOMPARE(hijo<QListWidget>(w.get(), "ventas")->item(0)->text(), QString("        CABALLO          VENTA"));
+            centros->setCurrentText(centro);
+        }
+        auto linea = [&](const QString& cupo) { return QString("%1%2%3").arg(3, 15).arg(venta, 15).arg(cupo, 10); };
+        QCOMPARE(hijo<QListWidget>(w.get(), "ventas")->item(0)->text(),
+                 QString("        CABALLO          VENTA      CUPO"));
+        // Every horse of the race is listed, the unsold ones with 0.
+        QCOMPARE(lineaCaballo(w.get(), 1).mid(15, 15).trimmed(), QString("0"));
+        const QString antes = textOf(env->db(), "SELECT cab3 FROM venta_cupo_ganadores WHERE ch = ?", {centro});
+        QCOMPARE(lineaCaballo(w.get(), 3), linea(antes));
+        pestana(w.get(), "Cupos");
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "bloquearCupos"), Qt::LeftButton);
+        QCOMPARE(lineaCaballo(w.get(), 3), linea("0"));
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "restaurarCupos"), Qt::LeftButton);
+        QCOMPARE(lineaCaballo(w.get(), 3), linea("500"));
+        auto* cab3 = hijo<QLineEdit>(w.get(), "cab3");
+        cab3->setText("75");
+        cab3->setModified(true);
+        emit cab3->editingFinished();
+        QCOMPARE(lineaCaballo(w.get(), 3), linea("75"));
+        QCOMPARE(numberOf(env->db(), "SELECT cab3 FROM venta_cupo_ganadores WHERE ch = ?", {centro}), 75.0);
+        QCOMPARE(numberOf(env->db(), "SELECT cab15 + cab16 FROM venta_cupo_ganadores WHERE ch = ?", {centro}),
+                 centro == "MARACAY" ? 600.0 : 1000.0);
+        pestana(w.get(), "Ventas");
+        grab(w.get(), ventana + "_cupos_en_ventas");
+    }
+
+    // A track without the centre's rule rows: restoring the limits and the
+    // rule tab (read and save) are refused with a box, and nothing changes.
+    void trackWithoutRuleRefused() {
+        env->db().exec("DELETE FROM dividendos WHERE ch = 'LOS PINOS' AND id_hipodromo = 2");
+        env->ctx.session.modoventa = 1;
+        auto w = abrir("Form_Geren_Ganadores", "gerente");
+        env->ctx.session.modoventa = 1;
+        hijo<QComboBox>(w.get(), "hipodromo")->setCurrentText("SANTA RITA");
+        QCOMPARE(env->dialogs.count(), 0);  // not in front yet
+        const QStringList antes = foto(env->db(), {"venta_cupo_ganadores", "dividendos", "dividendos_ampliados", "grupos"});
+        auto esperar = [&] {
+            QCOMPARE(env->dialogs.count(), 1);
+            esperarCaja(env->dialogs, "Verifique e intente nuevamente",
+                        "El Hipodromo seleccionado no presenta registros de dividendos");
+            env->dialogs.clear();
+        };
+        pestana(w.get(), "Cupos");
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "restaurarCupos"), Qt::LeftButton);
+        esperar();
+        pestana(w.get(), "Dividendos");
+        esperar();
+        QVERIFY(!hijo<QLineEdit>(w.get(), "valor_r1")->isEnabled());
+        QCOMPARE(hijo<QLabel>(w.get(), "avisoRegla")->text(), QString());
+        QTest::mouseClick(hijo<QPushButton>(w.get(), "guardarRegla"), Qt::LeftButton);
+        esperar();
+        QCOMPARE(foto(env->db(), {"venta_cupo_ganadores", "dividendos", "dividendos_ampliados", "grupos"}), antes);
+        // The track with rows: the rule is shown, no box.
+        hijo<QComboBox>(w.get(), "hipodromo")->setCurrentText("LA RINCONADA");
+        QCOMPARE(env->dialogs.count(), 0);
+        QVERIFY(hijo<QLineEdit>(w.get(), "valor_r1")->isEnabled());
+        env->ctx.session.modoventa = 0;
     }
 
     void switchesCloseCommands() {
