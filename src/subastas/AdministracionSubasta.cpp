@@ -38,7 +38,7 @@ bool ganadorValido(Context& ctx, const QString& fecha, long long carrera, const 
                    const QString& titulo, const Alcance& alcance = {}) {
     const Recordset filas = filasBloqueadas(ctx.servidor(), fecha, carrera, centro, alcance);
     if (filas.empty()) {
-        ctx.dialogs.refuse(titulo, QStringLiteral("LA CARRERA NO TIENE SUBASTA"));
+        ctx.dialogs.refuse(titulo, kSinSubasta);
         return false;
     }
     if (filas.find(QStringLiteral("nu_caballo"), QString::number(caballo)) < 0) {

@@ -95,6 +95,8 @@ const DisenoSubasta* disenoPara(int subastas, int rematetam);
 
 // The title of the auction windows' messages.
 inline const QString kTituloSubasta = QStringLiteral("SUBASTA");
+// A race no board of the centre has loaded (its auction rows do not exist).
+inline const QString kSinSubasta = QStringLiteral("LA CARRERA NO TIENE SUBASTA");
 
 // Texts shared by the boards and the auction windows.
 namespace subasta {

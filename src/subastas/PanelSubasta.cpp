@@ -5,6 +5,7 @@
 #include "core/Guardia.h"
 #include "gui/Campos.h"
 #include "gui/Teclado.h"
+#include "subastas/DisenoSubasta.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -76,6 +77,7 @@ void PanelSubasta::refrescar() {
         porcentajes_->setText(celdas_.porcentajes(mostrada_).join(QStringLiteral("    ")));
         if (todos) return;
         const Recordset rs = celdas_.cargar(mostrada_);
+        if (rs.empty()) aviso_->setText(kSinSubasta + QStringLiteral(" EN ") + mostrada_.centro);
         tabla_->setRowCount(rs.size());
         for (int i = 0; i < rs.size(); ++i) {
             const Row& r = rs[i];

@@ -299,7 +299,7 @@ bool Subasta::AplicarPagoMinimo() {
     Db& db = ctx_.servidor();
     const Recordset filas = filasCarrera(db, fecha_, *carrera, ctx_.session.ch);
     if (filas.empty()) {
-        ctx_.dialogs.refuse(kTituloPagoMinimo, QStringLiteral("LA CARRERA NO TIENE SUBASTA"));
+        ctx_.dialogs.refuse(kTituloPagoMinimo, kSinSubasta);
         return false;
     }
     const double venta = liquidarCarrera(filas, diseno_.grande, 0).venta;

@@ -332,8 +332,30 @@ private slots:
         db().exec("DELETE FROM dividendos WHERE ch = 'LOS PINOS' AND id_hipodromo = 2");
         Seleccion s = en(Alcance::grupo("07"), 1, "LOS PINOS");
         s.hipodromo = "SANTA RITA";
+        const QStringList antes = foto(db(), {"venta_cupo_ganadores", "dividendos", "dividendos_ampliados", "grupos"});
         QVERIFY(!CuposCentro(env->ctx).restaurar(s));
         esperar("Verifique e intente nuevamente", "El Hipodromo seleccionado no presenta registros de dividendos");
+        // With the per-track option the manager's rule of that track: nothing to read or save.
+        env->ctx.session.modoventa = 1;
+        ReglaCentro r(env->ctx);
+        dlg().clear();
+        QVERIFY(r.leer(s).isEmpty());
+        QCOMPARE(dlg().count(), 0);  // told only when asked to
+        QVERIFY(r.leer(s, true).isEmpty());
+        esperar("Verifique e intente nuevamente", "El Hipodromo seleccionado no presenta registros de dividendos");
+        Seleccion rinconada = s;
+        rinconada.hipodromo = "LA RINCONADA";
+        QMap<QString, QString> campos = r.leer(rinconada);
+        QVERIFY(!campos.isEmpty());
+        QVERIFY(!r.guardar(s, campos));
+        esperar("Verifique e intente nuevamente", "El Hipodromo seleccionado no presenta registros de dividendos");
+        QCOMPARE(foto(db(), {"venta_cupo_ganadores", "dividendos", "dividendos_ampliados", "grupos"}), antes);
+        // The administrator's desk starts the track's rule.
+        Seleccion red = s;
+        red.alcance = {};
+        QVERIFY(r.guardar(red, campos));
+        QCOMPARE(contar("SELECT count(*) FROM dividendos WHERE ch = 'LOS PINOS' AND id_hipodromo = 2"), 1.0);
+        env->ctx.session.modoventa = 0;
     }
 
     void ruleInScope() {
