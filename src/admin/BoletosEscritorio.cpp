@@ -8,6 +8,7 @@
 #include "core/Textos.h"
 #include "reportes/Llenados.h"
 #include "sales/JuegoGanadores.h"
+#include "sales/JuegoTablaFija.h"
 #include "sales/TicketKeys.h"
 #include "schema/Escritores.h"
 
@@ -21,9 +22,20 @@ namespace {
 const QString kTituloAdmin = QStringLiteral("ADMINISTRACION DEL SISTEMA");
 const QString kTituloAuditoria = QStringLiteral("Auditoria del Sistema");
 
-// The winner game in the audit snapshot, and its currency.
-constexpr int kJuegoGanadores = 1;
+// The local currency in the audit snapshot.
 constexpr int kMonedaLocal = 0;
+
+// A game's tickets in the audit snapshot: the game's number there, and what
+// its `monto` and `tablas` keep of a ticket `m`.
+struct AuditoriaJuego {
+    int id;
+    const char* monto;
+    const char* tablas;
+};
+AuditoriaJuego auditoriaDe(const Juego& j) {
+    if (&j == &juegoTablaFija()) return {2, "m.monto", "m.tablas"};
+    return {1, "m.ganadores", "0"};
+}
 
 // The desk's void: a paid ticket stays; a ticket of a processed race goes
 // only with an administrator's code, recorded as voided by the administrator.
@@ -143,13 +155,15 @@ bool BoletosEscritorio::devolver(long long numero) {
 
 bool BoletosEscritorio::renumerar(long long numero) {
     return guardado([&] {
-        const Recordset actual = db().query("SELECT nu_boleto FROM ma_principal Where numero = ?", {numero});
+        const std::string tabla = juego_.tabla, columna = juego_.codigo;
+        const Recordset actual =
+            db().query("SELECT " + columna + " AS codigo FROM " + tabla + " Where numero = ?", {numero});
         if (actual.empty()) {
             ctx_.dialogs.refuse(kTituloAdmin, texto::VerifiqueNumeroBoleto);
             return false;
         }
         const auto codigo = ctx_.dialogs.ask(kTituloAdmin, QStringLiteral("INGRESE EL NUEVO CODIGO DEL BOLETO"),
-                                             actual.first().text("nu_boleto"));
+                                             actual.first().text("codigo"));
         if (!codigo) return false;
         const QString c = codigo->trimmed();
         bool valido = !c.isEmpty() && c.size() <= 25;
@@ -161,15 +175,15 @@ bool BoletosEscritorio::renumerar(long long numero) {
         Db& d = db();
         const QString negado = d.inTransaction([&] {
             // The ticket's row first, as every change of a ticket takes it; then the new code.
-            if (!bloquearBoleto(d, juegoGanadores(), numero)) return texto::VerifiqueNumeroBoleto;
-            if (Row::toInteger(d.scalar("SELECT count(*) FROM ma_principal Where nu_boleto = ? and numero <> ? "
-                                        "FOR UPDATE",
+            const auto b = bloquearBoleto(d, juego_, numero);
+            if (!b) return texto::VerifiqueNumeroBoleto;
+            if (Row::toInteger(d.scalar("SELECT count(*) FROM " + tabla + " Where " + columna +
+                                            " = ? and numero <> ? FOR UPDATE",
                                         {c, numero})) > 0)
                 return QStringLiteral("EL CODIGO YA PERTENECE A OTRO BOLETO");
-            d.exec("update ma_principal set nu_boleto= ? Where   numero = ? limit 1   ", {c, numero});
-            const Row b = d.query("SELECT grupo, fecha, carrera FROM ma_principal Where numero = ?", {numero}).first();
-            anotar(d, {operacion::Renumeracion, QStringLiteral("ma_principal"), c, b.text("grupo"), b.text("fecha"),
-                       b.integer("carrera"), 0, 0});
+            d.exec("update " + tabla + " set " + columna + "= ? Where   numero = ? limit 1   ", {c, numero});
+            anotar(d, {operacion::Renumeracion, QString::fromLatin1(juego_.tabla), c, b->text("grupo"),
+                       b->text("fecha"), b->integer("carrera"), 0, 0});
             return QString();
         });
         if (!negado.isEmpty()) {
@@ -187,31 +201,37 @@ bool BoletosEscritorio::anularMacuare(const Alcance& alcance) { return ProcesoMa
 
 std::optional<BoletosEscritorio::Auditoria> BoletosEscritorio::auditoria(const Seleccion& s) {
     std::optional<Auditoria> out;
+    const AuditoriaJuego g = auditoriaDe(juego_);
+    const std::string tabla = juego_.tabla;
     guardado([&] {
         Auditoria a;
         Db& d = db();
         d.inTransaction([&] {
-            a.enAuditoria = Row::toInteger(
-                d.scalar("SELECT count(carrera) as cantidad FROM ventas_auditoria where carrera = ?", {s.carrera}));
-            a.enVentas = Row::toInteger(d.scalar(
-                "SELECT count(carrera) as cantidad FROM ma_principal where carrera = ? and fecha = ?",
-                {s.carrera, s.fecha}));
+            a.enAuditoria = Row::toInteger(d.scalar(
+                "SELECT count(carrera) as cantidad FROM ventas_auditoria where carrera = ? and id_juego = ?",
+                {s.carrera, g.id}));
+            a.enVentas = Row::toInteger(
+                d.scalar("SELECT count(carrera) as cantidad FROM " + tabla + " where carrera = ? and fecha = ?",
+                         {s.carrera, s.fecha}));
             if (a.enAuditoria == 0) {
-                // The snapshot: one row per ticket of the race, as the winner game in the local currency.
-                a.enAuditoria = insertarDesde(d, auditoriaGanadores(kJuegoGanadores, kMonedaLocal),
-                                              "FROM ma_principal where carrera = ? and fecha = ?", {s.carrera, s.fecha});
+                // The snapshot: one row per ticket of the race, in the local currency.
+                a.enAuditoria = insertarDesde(d, auditoriaBoletos(g.id, kMonedaLocal, g.monto, g.tablas),
+                                              "FROM " + tabla + " m where m.carrera = ? and m.fecha = ?",
+                                              {s.carrera, s.fecha});
                 a.tomada = true;
             }
-            a.alterados = d.query(
-                "SELECT * FROM ventas_auditoria v WHERE not exists (select * from ma_principal m where "
-                "m.carrera=v.carrera and m.caballo=v.caballo and m.ganadores=v.monto and 0=v.tablas and "
-                "0=v.puesto and m.grupo=v.grupo and m.ch=v.taquilla and ?=v.id_juego and ?=v.id_moneda and "
-                "m.fecha = ?) and v.carrera= ?;",
-                {kJuegoGanadores, kMonedaLocal, s.fecha, s.carrera});
+            a.alterados = d.query("SELECT * FROM ventas_auditoria v WHERE not exists (select * from " + tabla +
+                                      " m where m.carrera=v.carrera and m.caballo=v.caballo and " + g.monto +
+                                      "=v.monto and " + g.tablas +
+                                      "=v.tablas and 0=v.puesto and m.grupo=v.grupo and m.ch=v.taquilla and "
+                                      "?=v.id_juego and ?=v.id_moneda and m.fecha = ?) and v.carrera= ? and "
+                                      "v.id_juego = ?;",
+                                  {g.id, kMonedaLocal, s.fecha, s.carrera, g.id});
             // An altered ticket loses any prize not yet paid.
             for (const Row& v : a.alterados)
-                d.exec("update ma_principal set estatus=0,cobrado=0 where carrera = ? and fecha  = ?  and "
-                       "nu_boleto= ? and estatus <> 2 and estatus <> 3 ",
+                d.exec("update " + tabla +
+                           " set estatus=0,cobrado=0 where carrera = ? and fecha  = ?  and "
+                           "nu_boleto= ? and estatus <> 2 and estatus <> 3 ",
                        {s.carrera, s.fecha, v.text("nu_boleto")});
         });
         if (!a.alterados.empty())
@@ -230,7 +250,7 @@ bool BoletosEscritorio::borrarAuditoria(const Seleccion& s) {
     return guardado([&] {
         if (!ctx_.dialogs.confirm(kTituloAuditoria, QStringLiteral("Desea borrar la auditoria de la carrera"), true))
             return false;
-        db().exec("delete from ventas_auditoria where carrera = ?", {s.carrera});
+        db().exec("delete from ventas_auditoria where carrera = ? and id_juego = ?", {s.carrera, auditoriaDe(juego_).id});
         ctx_.dialogs.inform(kTituloAuditoria, texto::CambiosRealizados);
         return true;
     });
@@ -260,17 +280,23 @@ const BoletosEscritorio::ConsultaBoletos& BoletosEscritorio::consultaGerencia() 
 
 const QStringList& BoletosEscritorio::clasesEstatus() { return consultaEscritorio().clases; }
 
+QString BoletosEscritorio::nombreEstatus(const Row& boleto) {
+    static const QStringList estados{"NO GANADOR", "POR PAGAR", "PAGADO", "RET. PAGADO", "RET. POR PAGAR"};
+    return estados.value(int(boleto.integer("estatus")), boleto.text("estatus"));
+}
+
 std::optional<BoletosEscritorio::Busqueda> BoletosEscritorio::buscar(const Seleccion& s, const QString& clase,
                                                                      const QString& caballo, bool historico,
                                                                      const ConsultaBoletos& consulta,
                                                                      long long hasta) {
     std::optional<Busqueda> out;
     guardado([&] {
-        std::string sql = std::string("SELECT v.numero,v.nu_boleto,v.hora,v.carrera,v.caballo,v.ganadores,") +
-                          (consulta.dolares ? "v.ganadores*c.valor_ganador AS dolares," : "") +
-                          "v.cobrado,v.estatus,v.ch,v.grupo FROM " +
-                          (historico ? "ventas_ganadores v" : "ma_principal v") +
-                          (consulta.dolares ? ", configuracion c" : "") + " where v.fecha = ?";
+        // The game's tickets of the day, or its kept copy, with what each bought.
+        std::string sql = "SELECT v.numero,v.nu_boleto,v.hora,v.carrera,v.caballo,";
+        for (const QString& c : juego_.compra) sql += "v." + c.toStdString() + ",";
+        sql += std::string(consulta.dolares ? "v.ganadores*c.valor_ganador AS dolares," : "") +
+               "v.cobrado,v.estatus,v.ch,v.grupo FROM " + (historico ? juego_.copia : juego_.tabla) + " v" +
+               (consulta.dolares ? ", configuracion c" : "") + " where v.fecha = ?";
         Params params{s.fecha};
         if (consulta.rango) {
             sql += " and v.carrera  between  ? and ?";
@@ -310,13 +336,18 @@ std::optional<BoletosEscritorio::Busqueda> BoletosEscritorio::buscar(const Selec
             ctx_.dialogs.inform(texto::TituloBusqueda, texto::SinRegistros);
             return;
         }
+        const QString unidades = juego_.compra.first();
+        const bool conMonto = juego_.compra.contains(QStringLiteral("monto"));
         for (const Row& r : b.filas) {
-            b.sumaganadores += r.number("ganadores");
+            b.sumaganadores += r.number(unidades);
+            if (conMonto) b.sumamonto += r.number("monto");
             if (consulta.dolares) b.sumadolares += r.number("dolares");
             const int e = int(r.integer("estatus"));
             if (consulta.pagados.contains(e)) b.sumacobrado += r.number("cobrado");
             if (consulta.porPagar.contains(e)) b.sumaporcobrar += r.number("cobrado");
         }
+        // Winner units are money at the unit price.
+        if (!conMonto) b.sumamonto = b.sumaganadores * valorGanador();
         out = std::move(b);
     });
     return out;

@@ -11,9 +11,9 @@
 namespace hipico {
 
 // The desk's tickets tab: single tickets of a game (void by number or by
-// code, pay, refund; the winner game's by default), the winner ticket's
-// renumbering, the Macuare void, the audit of the selected race and the
-// ticket search.
+// code, pay, refund, renumber; the winner game's by default), the Macuare
+// void, and the audit of the selected race and the ticket search, both on
+// the game's tickets.
 class BoletosEscritorio : public ComandoEscritorio {
 public:
     explicit BoletosEscritorio(Context& ctx, const Juego& juego = juegoGanadores())
@@ -34,7 +34,8 @@ public:
     bool renumerar(long long numero);
     bool anularMacuare(const Alcance& alcance = {});
 
-    // Audit of the race's tickets against their snapshot.
+    // Audit of the race's tickets of the game against their snapshot (the
+    // game's rows of ventas_auditoria).
     struct Auditoria {
         long long enAuditoria = 0;  // snapshot rows of the race
         long long enVentas = 0;     // tickets of the race
@@ -56,9 +57,14 @@ public:
     static const ConsultaBoletos& consultaEscritorio();  // "PAGADOS", "POR PAGAR", ...
     static const ConsultaBoletos& consultaGerencia();    // "POR PAGAR", "PAGADOS", "RET PAGADO", ...
     static const QStringList& clasesEstatus();  // the desk's classes
+    // A ticket's status as the search shows it ("NO GANADOR", "POR PAGAR", ...).
+    static QString nombreEstatus(const Row& boleto);
+    // The search runs on the game's tickets (or its kept copy) and lists
+    // what each bought (Juego::compra).
     struct Busqueda {
         Recordset filas;
-        double sumaganadores = 0;
+        double sumaganadores = 0;  // units bought: winner units, or tables
+        double sumamonto = 0;      // money sold
         double sumadolares = 0;
         double sumacobrado = 0;    // paid
         double sumaporcobrar = 0;  // to pay

@@ -1,11 +1,18 @@
 #include "admin/Form_Admin_TF.h"
 
+#include "admin/FilaCarrera.h"
+
 #include "core/Context.h"
 #include "core/Formato.h"
 #include "gui/Campos.h"
+#include "gui/Grilla.h"
+#include "gui/RecordsetModel.h"
+#include "gui/Teclado.h"
+#include "reportes/Lanzador.h"
 #include "sales/JuegoTablaFija.h"
 #include "sales/TicketKeys.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QGridLayout>
@@ -15,6 +22,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
 #include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -47,26 +56,15 @@ Seleccion Form_Admin_TF::seleccion() const {
 
 void Form_Admin_TF::construir() {
     auto* raiz = new QVBoxLayout(this);
-    auto* arriba = new QHBoxLayout;
-    fecha_ = selectorFecha(QStringLiteral("fecha"));
-    fecha_->setDate(desdeFechaSql(seleccionInicial(ctx_).fecha));
-    hipodromo_ = new QComboBox;
-    hipodromo_->setObjectName(QStringLiteral("hipodromo"));
-    hipodromo_->addItems(opciones_.hipodromos());
-    hipodromo_->setCurrentText(opciones_.hipodromoPorDefecto());
-    carrera_ = listaCarreras(QStringLiteral("carrera"));
-    const long long actual = leerEntero(ctx_.session.ajusteTexto(QStringLiteral("carrera"))).value_or(1);
-    carrera_->setCurrentText(QString::number(actual));
-    arriba->addWidget(new QLabel(QStringLiteral("FECHA")));
-    arriba->addWidget(fecha_);
-    arriba->addWidget(new QLabel(QStringLiteral("HIPODROMO")));
-    arriba->addWidget(hipodromo_);
-    arriba->addWidget(new QLabel(QStringLiteral("CARRERA")));
-    arriba->addWidget(carrera_);
-    QPushButton* refrescar = boton(QStringLiteral("Actualizar"), QStringLiteral("actualizar"));
-    arriba->addWidget(refrescar);
-    arriba->addStretch(1);
-    raiz->addLayout(arriba);
+    const FilaCarrera fila =
+        filaCarrera(ctx_, this, raiz,
+                    {QStringLiteral("fecha"), seleccionInicial(ctx_).fecha, true, opciones_.hipodromos(),
+                     opciones_.hipodromoPorDefecto()},
+                    [this] { actualizar(); });
+    fecha_ = fila.fecha;
+    hipodromo_ = fila.hipodromo;
+    carrera_ = fila.carrera;
+    reloj_ = fila.reloj;
 
     auto* columnas = new QHBoxLayout;
     raiz->addLayout(columnas, 1);
@@ -79,7 +77,11 @@ void Form_Admin_TF::construir() {
     caballos_->verticalHeader()->hide();
     caballos_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     caballos_->horizontalHeader()->setSectionResizeMode(kNombre, QHeaderView::Stretch);
-    izquierda->addWidget(caballos_, 1);
+    auto* pestanas = new QTabWidget;
+    pestanas->setObjectName(QStringLiteral("pestanas"));
+    pestanas->addTab(caballos_, QStringLiteral("CABALLOS"));
+    pestanas->addTab(construirBusqueda(), QStringLiteral("BOLETOS"));
+    izquierda->addWidget(pestanas, 1);
     estado_ = new QLabel;
     estado_->setObjectName(QStringLiteral("estado"));
     izquierda->addWidget(estado_);
@@ -137,22 +139,20 @@ void Form_Admin_TF::construir() {
     QPushButton* pagar = boton(QStringLiteral("Pagar"), QStringLiteral("pagarBoleto"));
     QPushButton* devolver = boton(QStringLiteral("Devolver"), QStringLiteral("devolverBoleto"));
     QPushButton* porCodigo = boton(QStringLiteral("Anular por Código"), QStringLiteral("anularCodigo"));
+    QPushButton* renumerar = boton(QStringLiteral("Renumerar"), QStringLiteral("renumerar"));
     gb->addWidget(new QLabel(QStringLiteral("NÚMERO")), 0, 0);
     gb->addWidget(numero_, 0, 1, 1, 2);
     gb->addWidget(anularBoleto, 1, 0);
     gb->addWidget(pagar, 1, 1);
     gb->addWidget(devolver, 1, 2);
-    gb->addWidget(porCodigo, 2, 0, 1, 3);
+    gb->addWidget(porCodigo, 2, 0, 1, 2);
+    gb->addWidget(renumerar, 2, 2);
     derecha->addWidget(grupoBoleto);
     derecha->addStretch(1);
     columnas->addLayout(derecha, 2);
 
     const auto despues = [this](bool) { actualizar(); };
     const auto numero = [this] { return leerEntero(numero_->text()).value_or(0); };
-    connect(refrescar, &QPushButton::clicked, this, &Form_Admin_TF::actualizar);
-    connect(carrera_, &QComboBox::currentTextChanged, this, &Form_Admin_TF::actualizar);
-    connect(hipodromo_, &QComboBox::currentTextChanged, this, &Form_Admin_TF::actualizar);
-    connect(fecha_, &QDateEdit::dateChanged, this, &Form_Admin_TF::actualizar);
     connect(abrir, &QPushButton::clicked, this, [=, this] { despues(escritorio_.abrir(seleccion(), true)); });
     connect(cerrar, &QPushButton::clicked, this, [=, this] { despues(escritorio_.abrir(seleccion(), false)); });
     connect(retirar, &QPushButton::clicked, this, [=, this] {
@@ -166,10 +166,16 @@ void Form_Admin_TF::construir() {
     connect(limpiar, &QPushButton::clicked, this, [=, this] { despues(escritorio_.limpiar(seleccion())); });
     connect(anular, &QPushButton::clicked, this, [=, this] { despues(escritorio_.anularCarrera(seleccion())); });
     connect(guardarPremio, &QPushButton::clicked, this, [=, this] { despues(escritorio_.fijarPremio(premio_->text())); });
-    connect(anularBoleto, &QPushButton::clicked, this, [=, this] { despues(boletos_.anularPorNumero(numero())); });
-    connect(pagar, &QPushButton::clicked, this, [=, this] { despues(boletos_.pagar(numero())); });
-    connect(devolver, &QPushButton::clicked, this, [=, this] { despues(boletos_.devolver(numero())); });
-    connect(porCodigo, &QPushButton::clicked, this, [=, this] { despues(boletos_.anularPorCodigo()); });
+    // A changed ticket shows at once in the tickets found.
+    const auto cambiado = [this](bool hecho) {
+        actualizar();
+        if (hecho && !boletosModelo_->recordset().empty()) buscar();
+    };
+    connect(anularBoleto, &QPushButton::clicked, this, [=, this] { cambiado(boletos_.anularPorNumero(numero())); });
+    connect(pagar, &QPushButton::clicked, this, [=, this] { cambiado(boletos_.pagar(numero())); });
+    connect(devolver, &QPushButton::clicked, this, [=, this] { cambiado(boletos_.devolver(numero())); });
+    connect(porCodigo, &QPushButton::clicked, this, [=, this] { cambiado(boletos_.anularPorCodigo()); });
+    connect(renumerar, &QPushButton::clicked, this, [=, this] { cambiado(boletos_.renumerar(numero())); });
     connect(caballos_, &QTableWidget::cellChanged, this, &Form_Admin_TF::celdaCambiada);
     connect(centro_, &QComboBox::currentTextChanged, this, &Form_Admin_TF::cargarCupos);
     connect(cupos_, &QTableWidget::cellChanged, this, [this](int, int columna) {
@@ -177,12 +183,102 @@ void Form_Admin_TF::construir() {
         escritorio_.fijarCupo(centro_->currentText(), columna + 1, cupos_->item(0, columna)->text());
         cargarCupos();
     });
-    // Sales per horse as the booths sell.
-    reloj_ = new QTimer(this);
-    reloj_->setInterval(10000);
-    connect(reloj_, &QTimer::timeout, this, &Form_Admin_TF::actualizar);
-    reloj_->start();
     cargarCupos();
+}
+
+QWidget* Form_Admin_TF::construirBusqueda() {
+    auto* w = new QWidget;
+    auto* raiz = new QVBoxLayout(w);
+    auto* filtros = new QHBoxLayout;
+    const auto& consulta = BoletosEscritorio::consultaEscritorio();
+    clase_ = new QComboBox;
+    clase_->setObjectName(QStringLiteral("clase"));
+    clase_->addItems(consulta.clases);
+    clase_->setCurrentText(QStringLiteral("TODAS"));
+    buscaCaballo_ = caja(QStringLiteral("buscaCaballo"), nullptr, 2, SoloNumeros, 60);
+    historico_ = new QCheckBox(QStringLiteral("Boletos guardados"));
+    historico_->setObjectName(QStringLiteral("historico"));
+    QPushButton* botonBuscar = boton(QStringLiteral("Buscar"), QStringLiteral("buscar"));
+    QPushButton* imprimir = boton(QStringLiteral("Imprimir"), QStringLiteral("imprimirBusqueda"));
+    QPushButton* auditar = boton(QStringLiteral("Auditoría"), QStringLiteral("auditoria"));
+    QPushButton* borrar = boton(QStringLiteral("Borrar auditoría"), QStringLiteral("borrarAuditoria"));
+    for (QWidget* x : {static_cast<QWidget*>(new QLabel(QStringLiteral("Estatus:"))), static_cast<QWidget*>(clase_),
+                       static_cast<QWidget*>(new QLabel(QStringLiteral("Caballo:"))),
+                       static_cast<QWidget*>(buscaCaballo_), static_cast<QWidget*>(historico_),
+                       static_cast<QWidget*>(botonBuscar)})
+        filtros->addWidget(x);
+    filtros->addStretch(1);
+    raiz->addLayout(filtros);
+    boletosModelo_ = new RecordsetModel(w);
+    boletosTabla_ = grillaDe(boletosModelo_, QStringLiteral("boletos"), w);
+    raiz->addWidget(boletosTabla_, 1);
+    boletosTotal_ = new QLabel;
+    boletosTotal_->setObjectName(QStringLiteral("boletosTotal"));
+    raiz->addWidget(boletosTotal_);
+    auto* abajo = new QHBoxLayout;
+    for (QPushButton* b : {imprimir, auditar, borrar}) abajo->addWidget(b);
+    abajo->addStretch(1);
+    raiz->addLayout(abajo);
+
+    connect(botonBuscar, &QPushButton::clicked, this, &Form_Admin_TF::buscar);
+    enterEjecuta(buscaCaballo_, [this] { buscar(); });
+    // The search printed: the ticket report on the tickets found.
+    connect(imprimir, &QPushButton::clicked, this, [this] {
+        if (const auto p = boletos_.reporteBusqueda(seleccion(), clase_->currentText(), buscaCaballo_->text(),
+                                                    historico_->isChecked()))
+            abrirReporteBoletos(ctx_, 1, *p, this);
+    });
+    // The race's audit: the altered tickets in the grid.
+    connect(auditar, &QPushButton::clicked, this, [this] {
+        const auto a = boletos_.auditoria(seleccion());
+        if (!a) return;
+        mostrarBoletos(a->alterados);
+        boletosTotal_->setText(QStringLiteral("Auditoría: %1 boletos guardados, %2 boletos de la carrera, %3 alterados")
+                                   .arg(a->enAuditoria)
+                                   .arg(a->enVentas)
+                                   .arg(a->alterados.size()));
+    });
+    connect(borrar, &QPushButton::clicked, this, [this] { boletos_.borrarAuditoria(seleccion()); });
+    // The chosen ticket is the one the ticket commands act on.
+    connect(boletosTabla_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& i) {
+                if (i.isValid() && boletosModelo_->recordset()[i.row()].has("numero"))
+                    numero_->setText(boletosModelo_->recordset()[i.row()].text("numero"));
+            });
+    return w;
+}
+
+void Form_Admin_TF::buscar() {
+    const auto b = boletos_.buscar(seleccion(), clase_->currentText(), buscaCaballo_->text(), historico_->isChecked());
+    boletosTotal_->clear();
+    if (!b) {
+        boletosModelo_->setRecordset(Recordset());
+        return;
+    }
+    mostrarBoletos(b->filas);
+    const bool d = ctx_.session.enDolares();
+    boletosTotal_->setText(QStringLiteral("Boletos: %1    Tablas: %2    Monto: %3    Cobrado: %4    Por cobrar: %5")
+                               .arg(b->filas.size())
+                               .arg(textoNumero(b->sumaganadores), formatoMonto(b->sumamonto, d),
+                                    formatoMonto(b->sumacobrado, d), formatoMonto(b->sumaporcobrar, d)));
+}
+
+void Form_Admin_TF::mostrarBoletos(const Recordset& filas) {
+    const bool d = ctx_.session.enDolares();
+    const auto columna = [](const char* titulo, const char* campo, RecordsetModel::Formatter f = {}) {
+        return RecordsetModel::Column{QString::fromLatin1(titulo), QString::fromLatin1(campo), std::move(f)};
+    };
+    const auto dinero = [d](const char* campo) {
+        return [d, c = QString::fromLatin1(campo)](const Row& r) { return formatoMonto(r.number(c), d); };
+    };
+    // Tickets found carry their selling centre in `ch`, the audit's rows in `taquilla`.
+    const char* centro = filas.columnNames().contains(QStringLiteral("ch")) ? "ch" : "taquilla";
+    boletosModelo_->setRecordset(filas, {columna(" BOLETO ", "nu_boleto"), columna(" HORA ", "hora"),
+                                         columna(" CAR ", "carrera"), columna(" CAB ", "caballo"),
+                                         columna(" TABLAS ", "tablas"), columna(" MONTO ", "monto", dinero("monto")),
+                                         columna(" COBRADO ", "cobrado", dinero("cobrado")),
+                                         columna(" ESTATUS ", "estatus", &BoletosEscritorio::nombreEstatus),
+                                         columna(" TAQ ", "grupo"), columna(" CH ", centro)});
 }
 
 long long Form_Admin_TF::idDeFila(int fila) const {

@@ -1024,10 +1024,7 @@ void Form_Admin_Win::buscar() {
         boletosTotal_->clear();
         return;
     }
-    static const QStringList estados{"NO GANADOR", "POR PAGAR", "PAGADO", "RET. PAGADO", "RET. POR PAGAR"};
-    const auto estatus = col(" ESTATUS ", "estatus", [](const Row& r) {
-        return estados.value(int(r.integer("estatus")), r.text("estatus"));
-    });
+    const auto estatus = col(" ESTATUS ", "estatus", &BoletosEscritorio::nombreEstatus);
     const bool dolar = ctx_.session.enDolares();
     if (gerencia()) {
         boletosModelo_->setRecordset(

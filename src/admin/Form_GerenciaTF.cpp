@@ -1,5 +1,7 @@
 #include "admin/Form_GerenciaTF.h"
 
+#include "admin/FilaCarrera.h"
+
 #include "core/Context.h"
 #include "core/Formato.h"
 #include "gui/Campos.h"
@@ -45,19 +47,13 @@ Form_GerenciaTF::Form_GerenciaTF(Context& ctx, QWidget* parent)
               Centrado::SegunAjuste),
       logica_(ctx) {
     auto* raiz = new QVBoxLayout(this);
-    auto* arriba = new QHBoxLayout;
-    fecha_ = selectorFecha(QStringLiteral("DTPicker1"));
-    fecha_->setDate(desdeFechaSql(ctx.session.fecha.isEmpty() ? fechaSql(ctx.clock.today()) : ctx.session.fecha));
-    carrera_ = listaCarreras(QStringLiteral("carrera"));
-    carrera_->setCurrentText(QString::number(leerEntero(ctx.session.ajusteTexto(QStringLiteral("carrera"))).value_or(1)));
-    QPushButton* refrescar = boton(QStringLiteral("Actualizar"), QStringLiteral("actualizar"));
-    arriba->addWidget(new QLabel(QStringLiteral("FECHA")));
-    arriba->addWidget(fecha_);
-    arriba->addWidget(new QLabel(QStringLiteral("CARRERA")));
-    arriba->addWidget(carrera_);
-    arriba->addWidget(refrescar);
-    arriba->addStretch(1);
-    raiz->addLayout(arriba);
+    const FilaCarrera fila = filaCarrera(
+        ctx, this, raiz,
+        {QStringLiteral("DTPicker1"), ctx.session.fecha.isEmpty() ? fechaSql(ctx.clock.today()) : ctx.session.fecha},
+        [this] { actualizar(); });
+    fecha_ = fila.fecha;
+    carrera_ = fila.carrera;
+    reloj_ = fila.reloj;
 
     auto* columnas = new QHBoxLayout;
     raiz->addLayout(columnas, 1);
@@ -101,18 +97,11 @@ Form_GerenciaTF::Form_GerenciaTF(Context& ctx, QWidget* parent)
     gb->addWidget(sumas_, 2, 0, 1, 6);
     columnas->addWidget(grupoBusqueda, 3);
 
-    connect(refrescar, &QPushButton::clicked, this, &Form_GerenciaTF::actualizar);
-    connect(carrera_, &QComboBox::currentTextChanged, this, &Form_GerenciaTF::actualizar);
-    connect(fecha_, &QDateEdit::dateChanged, this, &Form_GerenciaTF::actualizar);
     connect(enviar, &QPushButton::clicked, this, [this] { logica_.mensaje(mensaje_->text()); });
     connect(buscar, &QPushButton::clicked, this, &Form_GerenciaTF::buscar);
     connect(imprimir, &QPushButton::clicked, this, [this] {
         if (const auto p = logica_.reporte(filtro())) abrirReporteBoletos(ctx_, 2, *p, this);
     });
-    reloj_ = new QTimer(this);
-    reloj_->setInterval(10000);
-    connect(reloj_, &QTimer::timeout, this, &Form_GerenciaTF::actualizar);
-    reloj_->start();
     actualizar();
     resize(1100, 640);
     primerFoco(carrera_);

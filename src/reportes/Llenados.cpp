@@ -322,8 +322,9 @@ Recordset filasTaquillas(Context& ctx, const FuenteJuego& j, const Consulta& c) 
 }
 
 Recordset filasJugadas(const Recordset& boletos, const QString& fecha, double valorGanador) {
-    auto columnas = std::make_shared<Columns>(QStringList{"numero", "boleto", "monto", "carrera", "caballo", "ganadores", "fecha",
-                                                          "ch", "grupo", "cobrado", "estatus", "porcobrar", "cobradoreal"});
+    auto columnas = std::make_shared<Columns>(QStringList{"numero", "boleto", "monto", "carrera", "caballo", "ganadores",
+                                                          "tablas", "fecha", "ch", "grupo", "cobrado", "estatus",
+                                                          "porcobrar", "cobradoreal"});
     QVector<Row> filas;
     filas.reserve(boletos.size());
     const QString vista = fechaVista(fecha);
@@ -331,8 +332,10 @@ Recordset filasJugadas(const Recordset& boletos, const QString& fecha, double va
         const long long estatus = r.integer("estatus");
         const double cobrado = r.number("cobrado");
         const bool porCobrar = estatus == 1 || estatus == 4, pagado = estatus == 2 || estatus == 3;
-        filas << Row(columnas, {r.integer("numero"), r.text("nu_boleto"), r.number("ganadores") * valorGanador,
-                                r.integer("carrera"), r.integer("caballo"), r.number("ganadores"), vista, r.text("ch"),
+        // A fixed-table ticket keeps its tables and money; winner units are money at the unit price.
+        const double monto = r.has("monto") ? r.number("monto") : r.numberOr("ganadores") * valorGanador;
+        filas << Row(columnas, {r.integer("numero"), r.text("nu_boleto"), monto, r.integer("carrera"),
+                                r.integer("caballo"), r.numberOr("ganadores"), r.numberOr("tablas"), vista, r.text("ch"),
                                 r.text("grupo"), cobrado, estatus, porCobrar ? cobrado : 0.0, pagado ? cobrado : 0.0});
     }
     return Recordset(columnas, filas);

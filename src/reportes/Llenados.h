@@ -65,9 +65,10 @@ Recordset filasGeneral(Context& ctx, const Consulta& c, bool porCarreras);
 Recordset filasBitacora(Context& ctx, bool tablaFija, const Consulta& c);
 // rpt_resultadostaqs: per booth and day, played, paid, due and total.
 Recordset filasTaquillas(Context& ctx, const FuenteJuego& j, const Consulta& c);
-// rpt_jugadas: a list of tickets as the winners desk found them (numero,
-// nu_boleto, carrera, caballo, ganadores, cobrado, estatus, ch, grupo), each
-// with its money at the unit price and its paid or due prize apart.
+// rpt_jugadas: a list of tickets as the desk found them (numero, nu_boleto,
+// carrera, caballo, ganadores or tablas and monto, cobrado, estatus, ch,
+// grupo), each with its money (winner units at the unit price) and its paid
+// or due prize apart.
 Recordset filasJugadas(const Recordset& boletos, const QString& fecha, double valorGanador);
 
 // The auction income of a centre on a day (and a race range, 0 0 for the whole

@@ -20,6 +20,8 @@ void CajaCobro::consultado(const ConsultaCobro& c, bool enDolares) {
     boton->setFocus();
 }
 
+QString CajaCobro::texto() const { return codigo->text(); }
+
 void CajaCobro::cobrado(const std::optional<ConsultaCobro>& pedido, bool pagado, bool enDolares) {
     codigo->clear();
     resultado->clear();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Guardia.h"
 #include "sales/Flujos.h"
 
 #include <optional>
@@ -22,6 +23,27 @@ struct CajaCobro {
     void consultado(const ConsultaCobro& c, bool enDolares);
     // After the payment: the box emptied and, when paid, what was paid.
     void cobrado(const std::optional<ConsultaCobro>& pedido, bool pagado, bool enDolares);
+
+    // The box's two commands on a booth's sale logic, whatever its game (its
+    // lookup, the ticket it keeps for payment, the payment), each through the
+    // error guard under the window's name: the lookup of the typed code, and
+    // the payment of the ticket found (true when paid).
+    template <class Logica>
+    void consultar(Context& ctx, const QString& ventana, Logica& logica) {
+        consultado(intentar(ctx, ventana, [&] { return ConsultaCobro(logica.buscarBoletoCobro(texto())); })
+                       .value_or(ConsultaCobro()),
+                   logica.enDolares());
+    }
+    template <class Logica>
+    bool cobrar(Context& ctx, const QString& ventana, Logica& logica) {
+        const std::optional<ConsultaCobro> pedido = logica.boletoPorCobrar();
+        const bool pagado = proteger(ctx, ventana, [&] { return logica.cobrarBoleto(); });
+        cobrado(pedido, pagado, logica.enDolares());
+        return pagado;
+    }
+
+private:
+    QString texto() const;
 };
 
 }  // namespace hipico

@@ -229,16 +229,10 @@ void Form_Venta_TF::Boton_Procesar_Click() {
     textTablas_->selectAll();
 }
 
-void Form_Venta_TF::Text_boletoCobro_Enter() {
-    cobro_.consultado(
-        intentar([this] { return logica_.buscarBoletoCobro(textCobro_->text()); }).value_or(ConsultaCobro()),
-        logica_.enDolares());
-}
+void Form_Venta_TF::Text_boletoCobro_Enter() { cobro_.consultar(ctx_, objectName(), logica_); }
 
 void Form_Venta_TF::Boton_Cobrar_Boleto2_Click() {
-    const auto pedido = logica_.boletoPorCobrar();
-    const bool pagado = proteger([this] { return logica_.cobrarBoleto(); });
-    cobro_.cobrado(pedido, pagado, logica_.enDolares());
+    cobro_.cobrar(ctx_, objectName(), logica_);
     bton_buscar_Click();
     textCaballo_->setFocus();
 }

@@ -479,16 +479,10 @@ void Form_Venta_WIN::cobrarLeido(const QString& codigo) {
     Text_boletoCobro_Enter();
 }
 
-void Form_Venta_WIN::Text_boletoCobro_Enter() {
-    cobro_.consultado(intentar([this] { return logica_.buscarBoletoCobro(textCobro_->text()); })
-                          .value_or(VentaGanadores::Consulta()),
-                      logica_.enDolares());
-}
+void Form_Venta_WIN::Text_boletoCobro_Enter() { cobro_.consultar(ctx_, objectName(), logica_); }
 
 void Form_Venta_WIN::Boton_Cobrar_Boleto2_Click() {
-    const auto pedido = logica_.boletoPorCobrar();
-    const bool pagado = proteger([this] { return logica_.cobrarBoleto(); });
-    cobro_.cobrado(pedido, pagado, logica_.enDolares());
+    cobro_.cobrar(ctx_, objectName(), logica_);
     bton_buscar_Click();
     // Back to selling; the next scanned code is taken from there.
     textCaballo_->setFocus();

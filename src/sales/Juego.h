@@ -6,6 +6,7 @@
 #include "schema/Escritores.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 #include <functional>
 #include <optional>
@@ -85,6 +86,9 @@ struct Juego {
     std::function<void(Db& db, const Row& boleto)> alAnular;
     // What a refund of the ticket pays (the money it was sold for).
     std::function<double(Db& db, const Row& boleto)> devolucion;
+    // What a ticket bought, as the desk's search lists it: its columns, the
+    // units first (winner units, tables), then its money when the row keeps it.
+    QStringList compra;
 
     const Pagable* pagable(Estatus e) const;
 };

@@ -140,6 +140,7 @@ const Juego& juegoGanadores() {
         [](Db& db, const Row& b) {
             return b.number("ganadores") * Row::toNumber(db.scalar("SELECT valor_ganador FROM configuracion"));
         },
+        {QStringLiteral("ganadores")},  // compra: units at the unit price
     };
     return juego;
 }

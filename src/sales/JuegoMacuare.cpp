@@ -108,6 +108,7 @@ const Juego& juegoMacuare() {
         },
         // devolucion: what it was sold for.
         [](Db&, const Row& b) { return b.number("monto") * b.number("veces"); },
+        {QStringLiteral("veces"), QStringLiteral("monto")},  // compra
     };
     return juego;
 }

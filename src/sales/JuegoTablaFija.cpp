@@ -87,6 +87,7 @@ const Juego& juegoTablaFija() {
         },
         {},                                                      // alAnular: nothing else
         [](Db&, const Row& b) { return b.number("monto"); },  // devolucion: what it was sold for
+        {QStringLiteral("tablas"), QStringLiteral("monto")},     // compra
     };
     return juego;
 }

@@ -160,11 +160,13 @@ Insercion lineaEstadoCliente(const Row& m) {
         "motivo", m.text("observacion").left(15));
 }
 
-Insercion auditoriaGanadores(int juego, int moneda) {
+Insercion auditoriaGanadores(int juego, int moneda) { return auditoriaBoletos(juego, moneda, "ganadores", "0"); }
+
+Insercion auditoriaBoletos(int juego, int moneda, const char* monto, const char* tablas) {
     return Insercion("ventas_auditoria")
         .desde("carrera", "carrera")
         .desde("caballo", "caballo")
-        .desde("monto", "ganadores")
+        .desde("monto", monto)
         .desde("taquilla", "ch")
         .desde("grupo", "grupo")
         .desde("hora", "hora")
@@ -172,7 +174,7 @@ Insercion auditoriaGanadores(int juego, int moneda) {
         .desde("nu_boleto", "nu_boleto")
         .desde("cobrado", "cobrado")
         .desde("fecha_cobro", "fecha_cobro")("id_juego", juego)("id_moneda", moneda)
-        .desde("tablas", "0")
+        .desde("tablas", tablas)
         .desde("puesto", "0");
 }
 

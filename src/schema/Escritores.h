@@ -186,8 +186,11 @@ Insercion combinacionNueva(const QString& combinacion, const QString& fecha, dou
 // Gives the rows written.
 long long insertarFilas(Db& db, const std::vector<Insercion>& filas);
 
-// ventas_auditoria: the snapshot of a race's winner tickets, one row per
-// ma_principal row of the INSERT ... SELECT, as the given game and currency.
+// ventas_auditoria: the snapshot of a race's tickets, one row per ticket row
+// of the INSERT ... SELECT, as the given game and currency; `monto` and
+// `tablas` are taken from the given columns (or values) of the ticket.
+Insercion auditoriaBoletos(int juego, int moneda, const char* monto, const char* tablas);
+// The same for winner tickets (ma_principal): the units as `monto`, no tables.
 Insercion auditoriaGanadores(int juego, int moneda);
 
 // rpt_resultadostaqs (local report schema): one booth's figures of a day

@@ -7,6 +7,7 @@
 #include "admin/CarreraEscritorio.h"
 #include "admin/CentroEscritorio.h"
 #include "admin/DescargasEscritorio.h"
+#include "sales/JuegoTablaFija.h"
 #include "support/TestEnv.h"
 
 #include <QtTest>
@@ -557,42 +558,71 @@ private slots:
         QCOMPARE(contar("SELECT count(*) FROM macuares"), 1.0);
     }
 
+    // The audit on each game's tickets: its own snapshot rows, what a ticket
+    // bought kept, altered tickets found and reset, the other game's snapshot untouched.
+    void audit_data() {
+        QTest::addColumn<bool>("tablaFija");
+        QTest::newRow("winners") << false;
+        QTest::newRow("fixed table") << true;
+    }
     void audit() {
-        db().exec("DELETE FROM ma_principal");
-        db().exec("DELETE FROM ventas_auditoria");
-        const long long a1 = venderBoleto(db(), hoy, 3, 2, 2, "07", "LOS PINOS", 1, 12);
-        venderBoleto(db(), hoy, 3, 4, 1, "12", "MARACAY");
-        const long long pagado = venderBoleto(db(), hoy, 3, 5, 1, "12", "MARACAY", 2, 8);
+        QFETCH(bool, tablaFija);
+        const Juego& juego = tablaFija ? juegoTablaFija() : juegoGanadores();
+        const Juego& otro = tablaFija ? juegoGanadores() : juegoTablaFija();
+        for (const char* t : {"ma_principal", "tablafija", "ventas_auditoria"})
+            db().exec(std::string("DELETE FROM ") + t);
+        const auto vender = [&](long long caballo, double n, const QString& grupo, const QString& ch, int estatus = 0,
+                                double cobrado = 0) {
+            return tablaFija ? venderTablas(db(), hoy, 3, caballo, n, n * 10, grupo, ch, estatus, cobrado)
+                             : venderBoleto(db(), hoy, 3, caballo, n, grupo, ch, estatus, cobrado);
+        };
+        const long long a1 = vender(2, 2, "07", "LOS PINOS", 1, 12);
+        vender(4, 1, "12", "MARACAY");
+        const long long pagado = vender(5, 1, "12", "MARACAY", 2, 8);
         Seleccion a = admin(3);
-        auto r = boletos().auditoria(a);
+        // The other game's snapshot of the same race.
+        if (tablaFija)
+            venderBoleto(db(), hoy, 3, 1, 1, "07", "LOS PINOS");
+        else
+            venderTablas(db(), hoy, 3, 1, 1, 10, "07", "LOS PINOS");
+        QVERIFY(BoletosEscritorio(env->ctx, otro).auditoria(a));
+        BoletosEscritorio b(env->ctx, juego);
+        auto r = b.auditoria(a);
         QVERIFY(r);
         QVERIFY(r->tomada);
         QCOMPARE(r->enAuditoria, 3LL);
         QCOMPARE(r->alterados.size(), 0);
         esperar("Auditoria del Sistema", "AUDITORIA DE LA CARRERA GUARDADA: 3 BOLETOS", Icon::Information);
-        const Row foto = db().query("SELECT * FROM ventas_auditoria WHERE nu_boleto = "
-                                    "(SELECT nu_boleto FROM ma_principal WHERE numero = ?)",
+        const Row foto = db().query(QString("SELECT * FROM ventas_auditoria WHERE nu_boleto = "
+                                            "(SELECT nu_boleto FROM %1 WHERE numero = ?)")
+                                        .arg(juego.tabla)
+                                        .toStdString(),
                                     {a1})
                              .first();
-        QCOMPARE(foto.number("monto"), 2.0);
+        QCOMPARE(foto.number("monto"), tablaFija ? 20.0 : 2.0);
+        QCOMPARE(foto.number("tablas"), tablaFija ? 2.0 : 0.0);
         QCOMPARE(foto.text("taquilla"), QString("LOS PINOS"));
-        QCOMPARE(foto.integer("id_juego"), 1LL);
+        QCOMPARE(foto.integer("id_juego"), tablaFija ? 2LL : 1LL);
 
-        r = boletos().auditoria(a);
+        r = b.auditoria(a);
         QVERIFY(!r->tomada);
         esperar("Auditoria del Sistema", "NO SE ENCONTRARON BOLETOS ALTERADOS", Icon::Information);
 
         // Someone moves two tickets onto other horses.
-        db().exec("UPDATE ma_principal SET caballo = 9 WHERE numero IN (?, ?)", {a1, pagado});
-        r = boletos().auditoria(a);
+        const std::string tabla = juego.tabla;
+        db().exec("UPDATE " + tabla + " SET caballo = 9 WHERE numero IN (?, ?)", {a1, pagado});
+        r = b.auditoria(a);
         QCOMPARE(r->alterados.size(), 2);
         esperar("Auditoria del Sistema", "Boletos Alterados Encontrados", Icon::Warning);
-        QCOMPARE(estado(db(), a1), (QPair<long long, double>(0, 0.0)));
-        QCOMPARE(estado(db(), pagado), (QPair<long long, double>(2, 8.0)));  // money already paid stays recorded
+        const auto estadoDe = [&](long long n) {
+            return textOf(db(), "SELECT concat(estatus, ':', cobrado) FROM " + tabla + " WHERE numero = ?", {n});
+        };
+        QCOMPARE(estadoDe(a1), QString("0:0"));
+        QCOMPARE(estadoDe(pagado), QString("2:8"));  // money already paid stays recorded
 
         dlg().yes();
-        QVERIFY(boletos().borrarAuditoria(a));
-        QCOMPARE(contar("SELECT count(*) FROM ventas_auditoria"), 0.0);
+        QVERIFY(b.borrarAuditoria(a));
+        QCOMPARE(contar("SELECT count(*) FROM ventas_auditoria"), 1.0);  // the other game's row
     }
 
     void ticketSearch_data() {
@@ -636,6 +666,74 @@ private slots:
         QVERIFY(b->filas[0].integer("numero") > b->filas[filas - 1].integer("numero") || filas == 1);
         QCOMPARE(b->filas.columnNames(), (QStringList{"numero", "nu_boleto", "hora", "carrera", "caballo", "ganadores",
                                                       "cobrado", "estatus", "ch", "grupo"}));
+    }
+
+    // The same search on each game's tickets: winner units at the unit
+    // price, fixed tables with their own money; the classes, the sums, the
+    // kept copy and the printed list.
+    void searchPerGame_data() {
+        QTest::addColumn<bool>("tablaFija");
+        QTest::addColumn<QString>("clase");
+        QTest::addColumn<bool>("historico");
+        QTest::addColumn<int>("filas");
+        QTest::addColumn<QList<double>>("sumas");  // units, cobrado, por cobrar
+        for (const bool tf : {false, true}) {
+            const char* juego = tf ? "fixed table" : "winners";
+            const auto fila = [&](const char* nombre) -> QTestData& {
+                return QTest::addRow("%s %s", juego, nombre) << tf;
+            };
+            fila("all") << "TODAS" << false << 6 << QList<double>{8, 38, 34};
+            fila("paid") << "PAGADOS" << false << 1 << QList<double>{2, 30, 0};
+            fila("to pay") << "POR PAGAR" << false << 1 << QList<double>{2, 0, 24};
+            fila("refunds to pay") << "RET. POR PAGAR" << false << 1 << QList<double>{1, 0, 10};
+            fila("refunds paid") << "RET. PAGADOS" << false << 1 << QList<double>{1, 8, 0};
+            fila("not winners") << "NO GANADORES" << false << 2 << QList<double>{2, 0, 0};
+            fila("kept copy") << "TODAS" << true << 2 << QList<double>{4, 30, 24};
+        }
+    }
+    void searchPerGame() {
+        QFETCH(bool, tablaFija);
+        QFETCH(QString, clase);
+        QFETCH(bool, historico);
+        QFETCH(int, filas);
+        QFETCH(QList<double>, sumas);
+        const Juego& juego = tablaFija ? juegoTablaFija() : juegoGanadores();
+        for (const char* t : {juego.tabla, juego.copia}) db().exec(std::string("DELETE FROM ") + t);
+        // One seeded day of either game: a table costs 10.
+        const auto vender = [&](long long carrera, long long caballo, double n, const QString& grupo, const QString& ch,
+                                int estatus = 0, double cobrado = 0) {
+            return tablaFija ? venderTablas(db(), hoy, carrera, caballo, n, n * 10, grupo, ch, estatus, cobrado)
+                             : venderBoleto(db(), hoy, carrera, caballo, n, grupo, ch, estatus, cobrado);
+        };
+        const QString pagado = vender(8, 4, 2, "07", "LOS PINOS", 2, 30).codigo;
+        const QString debido = vender(8, 4, 2, "07", "LOS PINOS", 1, 24).codigo;
+        vender(8, 5, 1, "08", "LOS PINOS", 4, 10);
+        vender(8, 6, 1, "12", "MARACAY", 3, 8);
+        vender(8, 4, 1, "12", "MARACAY");
+        vender(8, 7, 1, "08", "LOS PINOS");
+        vender(7, 4, 1, "08", "LOS PINOS");  // another race
+        for (const QString& c : {pagado, debido}) copiarAlGrupo(db(), juego, c);
+
+        BoletosEscritorio e(env->ctx, juego);
+        const auto b = e.buscar(admin(8), clase, "", historico);
+        QVERIFY(b);
+        QCOMPARE(int(b->filas.size()), filas);
+        QCOMPARE((QList<double>{b->sumaganadores, b->sumacobrado, b->sumaporcobrar}), sumas);
+        const double precio = tablaFija ? 10 : numberOf(db(), "SELECT valor_ganador FROM configuracion");
+        QCOMPARE(b->sumamonto, sumas[0] * precio);
+        QVERIFY(b->filas.columnNames().contains(tablaFija ? "tablas" : "ganadores"));
+
+        // Printed: the local ticket list keeps each ticket's units and money.
+        env->resetLocal();
+        QVERIFY(e.reporteBusqueda(admin(8), clase, "", historico));
+        QCOMPARE(numberOf(env->local(), "SELECT count(*) FROM rpt_jugadas"), double(filas));
+        QCOMPARE(numberOf(env->local(), tablaFija ? "SELECT sum(tablas) FROM rpt_jugadas"
+                                                  : "SELECT sum(ganadores) FROM rpt_jugadas"),
+                 sumas[0]);
+        QCOMPARE(numberOf(env->local(), "SELECT sum(monto) FROM rpt_jugadas"), sumas[0] * precio);
+        QCOMPARE(numberOf(env->local(), "SELECT sum(cobradoreal) FROM rpt_jugadas"), sumas[1]);
+        QCOMPARE(numberOf(env->local(), "SELECT sum(porcobrar) FROM rpt_jugadas"), sumas[2]);
+        db().exec(std::string("DELETE FROM ") + juego.copia);
     }
 
     void ticketSearchFindsNothing() {

@@ -5,14 +5,17 @@
 #include "core/Formato.h"
 #include "sales/AjustesLocales.h"
 #include "sales/TicketKeys.h"
+#include "sales/TicketPrinter.h"
 #include "sales/VentaGanadores.h"
 #include "support/Boletos.h"
 #include "support/TestEnv.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QtTest>
 
 namespace hipico::test {
 
@@ -62,6 +65,46 @@ struct LpDePrueba {
     }
     QString dir;
     QByteArray path;
+};
+
+// The printer modes as a data-driven test names them: a file port, the
+// shared queue, the graphic printer (drawn into a PDF file).
+inline void filasModosImpresora() {
+    QTest::addColumn<QString>("modo");
+    QTest::newRow("port") << "port";
+    QTest::newRow("shared queue") << "WINDOWS:";
+    QTest::newRow("graphic") << "WINDOWS2:";
+}
+
+// The booth's printer in one of those modes for a test: lp's stand-in, the
+// PDF file the graphic printer draws into, and the booth's setting.
+struct ImpresoraDePrueba {
+    ImpresoraDePrueba(const Config& config, const QString& carpeta, const QString& modo, const QString& puerto)
+        : lp(carpeta), pdf(carpeta + "/impreso.pdf"), modo(modo), puerto(puerto) {
+        fijarSalidaPdf(pdf);
+        prepararImpresion(config, modo == "port" ? puerto : modo);
+    }
+    ~ImpresoraDePrueba() { fijarSalidaPdf({}); }
+    // The lines the last piece put out: the port file, what lp was given, or
+    // the PDF's text (trimmed, no empty lines). Raw lines end with the paper feed.
+    QStringList lineas() const {
+        if (modo == "WINDOWS:") return lp.leer("lp.data").split("\r\n");
+        if (modo != "WINDOWS2:") return leerPuerto(puerto).split("\r\n");
+        QProcess t;
+        t.start("pdftotext", {"-layout", pdf, "-"});
+        t.waitForFinished(30000);
+        QStringList out;
+        for (const QString& l : QString::fromUtf8(t.readAllStandardOutput()).split('\n'))
+            if (!l.trimmed().isEmpty()) out << l.trimmed();
+        return out;
+    }
+    // Nothing printed yet.
+    void vaciar() const {
+        QFile::remove(puerto);
+        QFile::remove(pdf);
+    }
+    LpDePrueba lp;
+    QString pdf, modo, puerto;
 };
 
 // The sale window's logic, loaded as the window loads it.

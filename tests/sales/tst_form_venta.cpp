@@ -295,40 +295,22 @@ private slots:
 
     // F9 prints a copy of the last ticket, marked as a copy with the time of
     // the reprint, in every printer mode.
-    void copiesAreMarkedInEveryMode_data() {
-        QTest::addColumn<QString>("modo");
-        QTest::newRow("port") << "port";
-        QTest::newRow("shared queue") << "WINDOWS:";
-        QTest::newRow("graphic") << "WINDOWS2:";
-    }
+    void copiesAreMarkedInEveryMode_data() { filasModosImpresora(); }
     void copiesAreMarkedInEveryMode() {
         QFETCH(QString, modo);
-        const LpDePrueba lp(carpeta.path());
-        const QString pdf = carpeta.filePath("copia.pdf");
-        fijarSalidaPdf(pdf);
-        prepararImpresion(env->config, modo == "port" ? puerto : modo);
+        const ImpresoraDePrueba impresora(env->config, carpeta.path(), modo, puerto);
         Form_Venta_WIN w(env->ctx);
         abrir(w);
         vender("3", "5");
         const QString codigo = ultimoCodigo();
-        QFile::remove(puerto);
-        QFile::remove(pdf);
+        impresora.vaciar();
         env->clock.advance(60);
         QTest::keyClick(&w, Qt::Key_F9);
         env->clock.advance(-60);
         prepararImpresion(env->config, puerto);
         QVERIFY2(env->dialogs.shown().isEmpty(), qPrintable(env->dialogs.texts().join('|')));
         // The copy's lines, whatever the mode.
-        QStringList lineas;
-        if (modo == "port") lineas = leerPuerto(puerto).split("\r\n");
-        if (modo == "WINDOWS:") lineas = lp.leer("lp.data").split("\r\n");
-        if (modo == "WINDOWS2:") {
-            QProcess t;
-            t.start("pdftotext", {"-layout", pdf, "-"});
-            t.waitForFinished(30000);
-            for (const QString& l : QString::fromUtf8(t.readAllStandardOutput()).split('\n'))
-                if (!l.trimmed().isEmpty()) lineas << l.trimmed();
-        }
+        QStringList lineas = impresora.lineas();
         if (modo != "WINDOWS2:") QCOMPARE(lineas.takeLast(), QString("\x1b" "d\x05"));
         QVERIFY2(lineas.size() > 4, qPrintable(lineas.join('|')));
         QCOMPARE(lineas[0], QString("COPIA"));

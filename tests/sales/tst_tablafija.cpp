@@ -6,6 +6,7 @@
 #include "BoothFixture.h"
 
 #include "admin/BoletosEscritorio.h"
+#include "admin/Form_Admin_TF.h"
 #include "core/Connections.h"
 #include "admin/EscritorioTablaFija.h"
 #include "admin/GerenciaTablaFija.h"
@@ -13,6 +14,11 @@
 #include "sales/VentaTablaFija.h"
 #include "schema/Demo.h"
 
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTableView>
 #include <QtTest>
 #include <atomic>
 #include <thread>
@@ -261,6 +267,36 @@ private slots:
                                         "BOLETO: 2112310", "TAQUILLA tablafija", s, "MONTO COBRADO : Bs. 40,00", s}));
     }
 
+    // The ticket and the payment slip as each printer mode puts them out.
+    void impresoEnCadaModo_data() { filasModosImpresora(); }
+    void impresoEnCadaModo() {
+        QFETCH(QString, modo);
+        const ImpresoraDePrueba impresora(env->config, carpeta.path(), modo, puerto);
+        // What the last piece put out, line by line.
+        const auto salida = [&] {
+            QStringList lineas = impresora.lineas();
+            if (modo != "WINDOWS2:") lineas.removeLast();  // the paper feed
+            impresora.vaciar();
+            return lineas;
+        };
+        VentaTablaFija v(env->ctx);
+        v.cargar();
+        const QString codigo = vender(v, "1", "3", "4");
+        const QStringList ticket = salida();
+        QCOMPARE(ticket.first(), QString("VENTA TABLAS"));
+        QVERIFY2(ticket.contains("BOLETO: " + codigo) && ticket.contains("TABLAS: 4") &&
+                     ticket.contains("COSTO DEL BOLETO: Bs. 20,00"),
+                 qPrintable(ticket.join('|')));
+        db().exec("UPDATE tablafija SET estatus=1, cobrado=60 WHERE nu_boleto=?", {codigo});
+        copiarAlGrupo(db(), juegoTablaFija(), codigo);
+        QVERIFY(v.buscarBoletoCobro(codigo).pagable);
+        QVERIFY(v.cobrarBoleto());
+        const QStringList recibo = salida();
+        QCOMPARE(recibo.first(), QString(modo == "WINDOWS2:" ? "COBRO DE JUGADA TF" : "COBRO TABLAS"));
+        QVERIFY2(recibo.contains("BOLETO: " + codigo) && recibo.contains("MONTO COBRADO : Bs. 60,00"),
+                 qPrintable(recibo.join('|')));
+    }
+
     // The payment lookup's outcomes and the payment: both copies and the day row.
     void cobro_data() {
         QTest::addColumn<QString>("cambio");
@@ -471,7 +507,47 @@ private slots:
         QCOMPARE(textOf(db(), "SELECT group_concat(concat(nu_boleto, ':', estatus, ':', motivo) ORDER BY id) FROM "
                               "bitacora_tf"),
                  QString("%1:2:COBRADO,%2:4:DEVUELTO,%3:5:ELIMINADO POR EL ADMIN").arg(a, b, c));
+        // Renumbered on its own table: a code another fixed-table ticket has is refused.
+        const long long na = numeroDe(a);
+        env->dialogs.type(b);
+        QVERIFY(!e.renumerar(na));
+        QCOMPARE(env->dialogs.last().text, QString("EL CODIGO YA PERTENECE A OTRO BOLETO"));
+        env->dialogs.type("2112399999");
+        QVERIFY(e.renumerar(na));
+        QCOMPARE(textOf(db(), "SELECT nu_boleto FROM tablafija WHERE numero=?", {na}), QString("2112399999"));
         env->dialogs.clear();
+    }
+
+    // The administrator's window lists the race's tickets found with their
+    // status and sums; the ticket chosen is the one its commands act on.
+    void ventanaBusqueda() {
+        VentaTablaFija v(env->ctx);
+        const QString a = vender(v, "1", "3", "4"), b = vender(v, "1", "4", "2");
+        entrar(*env, "admintf");
+        procesarTablaFija(db(), fechaTrabajo(env->ctx), 1, 1, 3);
+        Form_Admin_TF w(env->ctx);
+        w.findChild<QComboBox*>("carrera")->setCurrentText("1");
+        w.buscar();
+        auto* grilla = w.findChild<QTableView*>("boletos");
+        const auto celda = [&](int fila, int columna) {
+            return grilla->model()->data(grilla->model()->index(fila, columna)).toString();
+        };
+        QCOMPARE(grilla->model()->rowCount(), 2);
+        QCOMPARE((QStringList{celda(0, 0), celda(0, 4), celda(0, 7), celda(1, 0), celda(1, 4), celda(1, 7)}),
+                 (QStringList{b, "2", "NO GANADOR", a, "4", "POR PAGAR"}));
+        const bool d = env->ctx.session.enDolares();
+        QCOMPARE(w.findChild<QLabel*>("boletosTotal")->text(),
+                 QString("Boletos: 2    Tablas: 6    Monto: %1    Cobrado: %2    Por cobrar: %3")
+                     .arg(formatoMonto(numberOf(db(), "SELECT sum(monto) FROM tablafija"), d), formatoMonto(0, d),
+                          formatoMonto(numberOf(db(), "SELECT cobrado FROM tablafija WHERE nu_boleto=?", {a}), d)));
+        grilla->setCurrentIndex(grilla->model()->index(1, 0));
+        QCOMPARE(w.findChild<QLineEdit*>("numero")->text(), QString::number(numeroDe(a)));
+        // The tickets tab for a look, on the smaller screen.
+        w.findChild<QTabWidget*>("pestanas")->setCurrentIndex(1);
+        w.resize(1024, 700);
+        w.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        grab(&w, "Form_Admin_TF_boletos");
     }
 
     // The manager's sums on its own status sets: paid 2 and 4, to pay 1, 3 and 6.

@@ -60,6 +60,18 @@ inline BoletoDePrueba venderBoleto(Db& db, const QDate& dia, long long carrera, 
     return {numero, codigo};
 }
 
+// A fixed-table ticket as the booth sells it: the row through the writer of
+// tablafija, then its code (prefix "2").
+inline BoletoDePrueba venderTablas(Db& db, const QDate& dia, long long carrera, long long caballo, double tablas,
+                                   double monto, const QString& grupo, const QString& ch, int estatus = 0,
+                                   double cobrado = 0) {
+    BoletoTablaFija b{carrera, caballo, tablas, monto, ch, grupo, "10:00:00", fechaSql(dia), cobrado, estatus};
+    const long long numero = insertar(db, b.insercion());
+    const QString codigo = codigoBoleto("2", dia, numero);
+    db.exec("update tablafija set nu_boleto=? Where numero = ? limit 1", {codigo, numero});
+    return {numero, codigo};
+}
+
 // Processes a race's result as the desk does, every group paying the
 // official dividend: winners get their payout and result keys.
 inline ResultadoProceso liquidar(Db& db, const QString& fecha, long long carrera, long long caballo, double dividendo) {
