@@ -69,6 +69,10 @@ bool isCacheable(const std::string& sql) {
 struct Db::Statement {
     SQLHSTMT handle = SQL_NULL_HSTMT;
     bool prepared = false;
+    // The columns of its last result: a statement run again gives the same
+    // ones, and their lookup by name is built once.
+    QStringList names;
+    std::shared_ptr<const Columns> columns;
     ~Statement() {
         if (handle != SQL_NULL_HSTMT) SQLFreeHandle(SQL_HANDLE_STMT, handle);
     }
@@ -411,7 +415,11 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
             kinds[c] = SQL_C_CHAR;
         }
     }
-    auto columns = std::make_shared<Columns>(names);
+    if (!st.columns || st.names != names) {
+        st.columns = std::make_shared<const Columns>(names);
+        st.names = names;
+    }
+    const std::shared_ptr<const Columns> columns = st.columns;
     QVector<Row> rows;
     const auto fail = [&]() -> DbError {
         DbError e = diagnose(SQL_HANDLE_STMT, st.handle, text);
