@@ -33,7 +33,10 @@ const QString kCupoVip = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR V
 const QString kCupoJugador = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR");
 
 // The statements of the sale, prepared once per connection.
+// A one-row read: the server's cache of the subquery's results (built anew
+// at every run) is left off, which halves the statement's time.
 const char* const kGrupoYCaballo =
+    "SET STATEMENT optimizer_switch='subquery_cache=off' FOR "
     "SELECT g.grupo, g.cab_max, IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo, g.valor_ganador, g.apuesta_max_win, "
     "g.cupo_winxjugador, g.cupovip, g.inicialboleto, g.clave_win, g.pedirclave, g.admin_cupo, g.opcioncupowin, "
