@@ -213,11 +213,16 @@ void VentaGanador::bloquear(Db& db) {
     cupo_.reset();
     // The horse rows, then the client's row: always in that order. The
     // horse's row on the group's track is read last, with what the checks
-    // need under the locks (it is locked again when the centre's quota locked
-    // every track's row first).
+    // need: every lock is held before the transaction's first plain read
+    // (which fixes what the later reads, the client's balance among them,
+    // see). Alone, the horse's lock comes with that read; else that row is
+    // locked with the others and read again.
     const long long id = grupo_.integerOr("id_carrera");
-    for (long long bloqueo : aBloquear_)
-        if (aBloquear_.size() > 1 || bloqueo != id) db.query(kBloquearCaballo, {bloqueo});
+    const QString cliente = pedido_.cliente.trimmed();
+    if (!cliente.isEmpty() || aBloquear_.size() != 1 || aBloquear_.first() != id) {
+        for (long long bloqueo : aBloquear_) db.query(kBloquearCaballo, {bloqueo});
+        if (!cliente.isEmpty()) cliente_ = db.query(kCliente, {cliente, ctx_.session.ch});
+    }
     if (id > 0) {
         const Session& s = ctx_.session;
         const bool porCentro = grupo_.integerOr("opcioncupowin") == 1;
@@ -239,8 +244,6 @@ void VentaGanador::bloquear(Db& db) {
             cupo_ = c;
         }
     }
-    const QString cliente = pedido_.cliente.trimmed();
-    if (!cliente.isEmpty()) cliente_ = db.query(kCliente, {cliente, ctx_.session.ch});
 }
 
 std::vector<Jugada::Chequeo> VentaGanador::chequeos() {
