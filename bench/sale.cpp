@@ -2,7 +2,7 @@
 // code, keys, ticket printed to a file port), without widgets:
 //  1. one booth alone: median and p99 of a sale, beside the floor (insert,
 //     id, update) in the same run, and again after 100,000 tickets on the
-//     same horse;
+//     same horse (`--one-booth`: this part alone);
 //  2. 32 booths, each with its own connection (on a cluster, spread over its
 //     nodes: HIPICO_DB_PORTS), selling the same race for
 //     10 s while the administrator closes the race half-way through:
@@ -371,6 +371,8 @@ int main(int argc, char** argv) {
             return 1;
         }
     }
+    // `bench_sale --one-booth`: the one booth's figures alone.
+    if (app.arguments().contains(QStringLiteral("--one-booth"))) return 0;
     base.servidor().exec("DELETE FROM ma_principal");
 
     // 2. Thirty-two booths on the same race; the race is closed half-way.

@@ -58,8 +58,11 @@ ResultadoProceso procesarCarrera(Db& db, const PeticionProceso& p) {
                  {p.carrera, p.fecha, p.idHipodromo});
 
         // Every centre's unsettled tickets and lay-offs of the race start again.
+        // Only what a processing changed is reset: a sold ticket (0) already
+        // holds nothing due, and the status index reaches the race's winners
+        // without reading every ticket of the race.
         db.exec("update ma_principal set estatus=0,cobrado=0,llave3=0,llave4=0  where carrera= ? and fecha= ? and "
-                "(estatus <> 4 and estatus <>3) and estatus <> 2 ",
+                "(estatus <> 4 and estatus <>3) and estatus <> 2 and estatus <> 0",
                 {p.carrera, p.fecha});
         db.exec("update descargas set cobrado=0 Where carrera = ? and fecha = ?", {p.carrera, p.fecha});
         db.exec("update carreras set dividendo= ?,win_ganadores= ?,win = ? where  carrera = ? and fecha  = ? and "

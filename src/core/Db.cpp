@@ -59,7 +59,18 @@ bool startsWith(const std::string& sql, const char* word) {
     return true;
 }
 
-bool isCacheable(const std::string& sql) {
+// A statement run with settings of its own ("SET STATEMENT ... FOR <statement>"):
+// the statement itself, else the whole text.
+std::string ownStatement(const std::string& sql) {
+    if (!startsWith(sql, "set statement")) return sql;
+    std::string lower(sql.size(), ' ');
+    std::transform(sql.begin(), sql.end(), lower.begin(), [](unsigned char c) { return std::tolower(c); });
+    const std::size_t pos = lower.find(" for ");
+    return pos == std::string::npos ? sql : sql.substr(pos + 5);
+}
+
+bool isCacheable(const std::string& text) {
+    const std::string sql = ownStatement(text);
     auto starts = [&](const char* word) { return startsWith(sql, word); };
     return starts("select") || starts("insert") || starts("update") || starts("delete");
 }
@@ -69,6 +80,10 @@ bool isCacheable(const std::string& sql) {
 struct Db::Statement {
     SQLHSTMT handle = SQL_NULL_HSTMT;
     bool prepared = false;
+    // The columns of its last result: a statement run again gives the same
+    // ones, and their lookup by name is built once.
+    QStringList names;
+    std::shared_ptr<const Columns> columns;
     ~Statement() {
         if (handle != SQL_NULL_HSTMT) SQLFreeHandle(SQL_HANDLE_STMT, handle);
     }
@@ -251,7 +266,8 @@ void Db::discard(const std::string& sql) {
 namespace {
 
 // Statements that change nothing: after a lost connection they are simply run again.
-bool isRead(const std::string& sql) {
+bool isRead(const std::string& text) {
+    const std::string sql = ownStatement(text);
     auto starts = [&](const char* word) { return startsWith(sql, word); };
     return (starts("select") && sql.find("FOR UPDATE") == std::string::npos) || starts("show") || starts("set ");
 }
@@ -411,7 +427,11 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
             kinds[c] = SQL_C_CHAR;
         }
     }
-    auto columns = std::make_shared<Columns>(names);
+    if (!st.columns || st.names != names) {
+        st.columns = std::make_shared<const Columns>(names);
+        st.names = names;
+    }
+    const std::shared_ptr<const Columns> columns = st.columns;
     QVector<Row> rows;
     const auto fail = [&]() -> DbError {
         DbError e = diagnose(SQL_HANDLE_STMT, st.handle, text);

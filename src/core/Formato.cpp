@@ -2,6 +2,8 @@
 
 #include <QLocale>
 #include <cmath>
+#include <cstdio>
+#include <optional>
 
 namespace hipico {
 
@@ -109,13 +111,49 @@ QString patronContiene(const QString& texto) {
     return QLatin1Char('%') + t + QLatin1Char('%');
 }
 
-QString fechaSql(const QDate& fecha) { return fecha.toString(QStringLiteral("yyyy-MM-dd")); }
-QString fechaVista(const QDate& fecha) { return fecha.toString(QStringLiteral("dd-MM-yyyy")); }
+namespace {
+
+// A date of years 1 to 9999 written with its digits (every sale writes and
+// reads a few; Qt's format parser is slow), else nullopt.
+std::optional<QString> fechaEnCifras(const QDate& fecha, const char* formato, bool anioPrimero) {
+    if (!fecha.isValid() || fecha.year() < 1 || fecha.year() > 9999) return std::nullopt;
+    char texto[16];
+    const int d = fecha.day(), m = fecha.month(), y = fecha.year();
+    if (anioPrimero) std::snprintf(texto, sizeof texto, formato, y, m, d);
+    else std::snprintf(texto, sizeof texto, formato, d, m, y);
+    return QString::fromLatin1(texto);
+}
+
+}  // namespace
+
+QString fechaSql(const QDate& fecha) {
+    const std::optional<QString> t = fechaEnCifras(fecha, "%04d-%02d-%02d", true);
+    return t ? *t : fecha.toString(QStringLiteral("yyyy-MM-dd"));
+}
+QString fechaVista(const QDate& fecha) {
+    const std::optional<QString> t = fechaEnCifras(fecha, "%02d-%02d-%04d", false);
+    return t ? *t : fecha.toString(QStringLiteral("dd-MM-yyyy"));
+}
 QString fechaVista(const QString& fechaSqlTexto) {
     const QDate d = desdeFechaSql(fechaSqlTexto);
     return d.isValid() ? fechaVista(d) : fechaSqlTexto;
 }
 QDate desdeFechaSql(const QString& texto) {
+    const QStringView t = QStringView(texto).left(10);
+    // "YYYY-MM-DD" read digit by digit; anything else through Qt's parser.
+    const auto cifras = [&](int desde, int n) {
+        int v = 0;
+        for (int i = desde; i < desde + n; ++i) {
+            const QChar c = t[i];
+            if (c < QLatin1Char('0') || c > QLatin1Char('9')) return -1;
+            v = v * 10 + (c.unicode() - '0');
+        }
+        return v;
+    };
+    if (t.size() == 10 && t[4] == QLatin1Char('-') && t[7] == QLatin1Char('-')) {
+        const int y = cifras(0, 4), m = cifras(5, 2), d = cifras(8, 2);
+        if (y >= 0 && m >= 0 && d >= 0) return QDate(y, m, d);
+    }
     return QDate::fromString(texto.left(10), QStringLiteral("yyyy-MM-dd"));
 }
 QString horaTexto(const QTime& hora) { return hora.toString(QStringLiteral("hh:mm:ss")); }

@@ -190,6 +190,23 @@ private slots:
         QCOMPARE(fechaVista(QString("2026-11-23")), QString("23-11-2026"));
         QCOMPARE(horaTexto(QTime(9, 5, 7)), QString("09:05:07"));
     }
+
+    // Dates are read and written without Qt's format parser: the same dates as with it.
+    void datesAsQtReadsThem_data() {
+        QTest::addColumn<QString>("texto");
+        for (const char* t : {"2026-11-23", "2026-11-23 10:00:00", "2024-02-29", "2026-02-29", "2026-13-01",
+                              "2026-00-10", "2026-11-00", "0000-01-01", "0001-01-01", "9999-12-31", "2026-1-05",
+                              "2026/11/23", "abcd-ef-gh", "", "+026-11-23", "2026-11-2x"})
+            QTest::newRow(t) << QString::fromLatin1(t);
+    }
+
+    void datesAsQtReadsThem() {
+        QFETCH(QString, texto);
+        const QDate qt = QDate::fromString(texto.left(10), QStringLiteral("yyyy-MM-dd"));
+        QCOMPARE(desdeFechaSql(texto), qt);
+        QCOMPARE(fechaSql(qt), qt.toString(QStringLiteral("yyyy-MM-dd")));
+        QCOMPARE(fechaVista(qt), qt.toString(QStringLiteral("dd-MM-yyyy")));
+    }
 };
 
 QTEST_MAIN(TstTextos)
