@@ -73,7 +73,6 @@ const char* const kCorredoresYCupoCentro =
     "as cant_cabs, (SELECT sum(ganadores) FROM venta_caballo where fecha = ? and carrera = ? and caballo = ? and "
     "ch = ?) as venta_ch, v.* FROM (SELECT 1 AS uno) x LEFT JOIN venta_cupo_ganadores v ON v.ch = ?";
 const char* const kCliente = "SELECT * FROM clientes where  usuario  = ? and ch=? FOR UPDATE";
-const char* const kSaldoCliente = "SELECT sum(monto) as saldo FROM jugadas_clientes  Where  id_cliente = ?";
 // The code and keys, and the count of the horse's race-card row (locked by
 // the sale): one statement writes both, so the close of the race, which
 // writes that row too, conflicts with the sale on any node of a cluster.
@@ -338,7 +337,8 @@ std::optional<Rechazo> VentaGanador::clienteExiste() {
 
 std::optional<Rechazo> VentaGanador::saldoDelCliente() {
     if (cliente_.empty()) return std::nullopt;
-    const double saldo = Row::toNumber(db_->scalar(kSaldoCliente, {cliente_.first().integer("id_cliente")}));
+    // The running balance, read with the client's row under lock.
+    const double saldo = cliente_.first().number("saldo");
     if (saldo + kCentavo / 10 < dinero_) return verifique(texto::SinSaldoCliente + formatoMoneda(saldo));
     return std::nullopt;
 }
@@ -387,7 +387,6 @@ void VentaGanador::completar(Db& db, long long numero, const QString& codigo) {
         m.hora = hora_;
         m.observacion = QStringLiteral("CARRERA %1 CABALLO %2").arg(*carrera_).arg(*caballo_);
         insertar(db, m.insercion());
-        marcarCliente(db, m.idCliente);
     }
     // The keys; the password path writes none.
     const long long fila = caballoFila_.integer("id_carrera");
