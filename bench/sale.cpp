@@ -380,9 +380,17 @@ int main(int argc, char** argv) {
     for (int i = 0; i < kCabinas; ++i)
         cabinas.push_back(std::make_unique<Cabina>(c, sesion, puertos.filePath(QString("c%1.prn").arg(i)), i));
     auto admin = Db::open(cadenaServidor(c));
+    // HIPICO_BENCH_REPARTO=1: each node's booths sell their own horses (a
+    // centre's booths on its node, centres on different horses), so no two
+    // nodes write one horse's rows; otherwise any booth sells any horse.
+    const bool reparto = qEnvironmentVariableIntValue("HIPICO_BENCH_REPARTO") == 1;
+    const int n = std::max<int>(1, nodos().size());
+    if (reparto) std::printf("each node's booths on their own horses (horse %% %d = booth %% %d)\n", n, n);
     const Tanda t = correrTanda(
         [&](int i, QRandomGenerator& azar) {
-            const QString caballo = QString::number(1 + azar.bounded(8));
+            int h = 1 + azar.bounded(8);
+            if (reparto) h = 1 + i % n + n * azar.bounded((8 - i % n + n - 1) / n);
+            const QString caballo = QString::number(h);
             const QString monto = QString::number(1 + azar.bounded(5));
             return cabinas[i]->venta.procesarVenta("1", caballo, monto).resultado == VentaGanadores::Resultado::Vendido;
         },

@@ -1,5 +1,6 @@
 #include "core/Db.h"
 
+#include <QRandomGenerator>
 #include <soci/odbc/soci-odbc.h>
 #include <soci/soci.h>
 #include <sql.h>
@@ -535,12 +536,20 @@ void Db::rollback() {
 bool Db::shouldRetry(const DbError& e, int attempt) const {
     if (e.outcomeUnknown()) return false;
     // A deadlock (on a cluster also a conflict found at commit) undoes the
-    // whole transaction: run it again from the start, a few times.
-    if (e.isDeadlock()) {
+    // whole transaction: run it again from the start, a few times. A cluster
+    // node that aborts a transaction for another node's commit while the
+    // statement is reading a table's triggers may report their body as
+    // broken (errors 1710 and 1711): the transaction is undone all the same.
+    const bool cuerpoRoto = e.nativeCode() == 1710 || e.nativeCode() == 1711 ||
+                            std::strstr(e.what(), "has an error in its body") != nullptr;
+    if (e.isDeadlock() || cuerpoRoto) {
         if (attempt >= kDeadlockAttempts) return false;
-        // The rival transactions usually run again at once too: a short,
-        // growing pause lets one of them through.
-        std::this_thread::sleep_for(std::chrono::milliseconds(attempt * (1 + std::rand() % 5)));
+        // The rival transactions usually run again at once too: a random
+        // pause, its ceiling doubling with each attempt (up to 0.1 s), lets
+        // them through one after another, also several booths on the rows
+        // of one horse from the nodes of a cluster.
+        const int techo = std::min(100, 1 << std::min(attempt, 7));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1 + QRandomGenerator::global()->bounded(techo)));
         return true;
     }
     // A connection lost before the commit was sent: the server rolled the

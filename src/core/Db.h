@@ -85,8 +85,9 @@ public:
     static constexpr int kLockWaitSeconds = 10;
     static constexpr int kReadSeconds = 30;
     static constexpr int kConnectSeconds = 5;
-    // On a cluster a conflict with another node's commit is a deadlock too.
-    static constexpr int kDeadlockAttempts = 6;
+    // On a cluster a conflict with another node's commit is a deadlock too;
+    // booths of several nodes on one horse's rows take turns by it.
+    static constexpr int kDeadlockAttempts = 12;
     static constexpr const char* kOutcomeUnknown = "08007";
 
     // How many times this connection was reopened after a loss.

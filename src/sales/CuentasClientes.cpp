@@ -53,18 +53,12 @@ double saldoCliente(Db& db, long long idCliente) {
     return Row::toNumber(db.scalar("SELECT sum(monto) as saldo FROM jugadas_clientes  Where  id_cliente = ?", {idCliente}));
 }
 
-void marcarCliente(Db& db, long long idCliente) {
-    db.exec("UPDATE clientes SET movimientos = movimientos + 1 WHERE id_cliente = ?", {idCliente});
-}
-
 Asiento asentarMovimiento(Db& db, const MovimientoCliente& m) {
     return db.inTransaction([&] {
         Asiento a;
-        db.query("SELECT id_cliente FROM clientes WHERE id_cliente = ? FOR UPDATE", {m.idCliente});
-        a.saldo = saldoCliente(db, m.idCliente);
+        a.saldo = Row::toNumber(db.scalar("SELECT saldo FROM clientes WHERE id_cliente = ? FOR UPDATE", {m.idCliente}));
         if (m.monto < 0 && -m.monto > a.saldo + kTolerancia) return a;
         insertar(db, m.insercion());
-        marcarCliente(db, m.idCliente);
         a.escrito = true;
         return a;
     });

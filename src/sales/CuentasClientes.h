@@ -22,16 +22,15 @@ class Db;
 // The report launcher's kind of a client's statement.
 inline constexpr int kReporteJugadasClientes = 39;
 
-// Counts a movement on the client's row (inside the movement's transaction),
-// so two movements of one client always conflict, on any node of a cluster.
-void marcarCliente(Db& db, long long idCliente);
-
-// A client's balance: the plain sum of the movements.
+// A client's balance: the plain sum of the movements (the record; a debit
+// checks the running balance `clientes.saldo` the server keeps from them,
+// read under the client's row lock).
 double saldoCliente(Db& db, long long idCliente);
 
 // Writes one movement of a client's account in one transaction that first
-// locks the client's row (as the winner sale does), so movements of one
-// client are written one after the other and the balance read is exact. A
+// reads the client's running balance with the row locked (as the winner
+// sale does), so movements of one client are written one after the other
+// and the balance read is exact, also across the nodes of a cluster. A
 // debit larger than the balance is not written. Gives whether it was written
 // and the balance it found.
 struct Asiento {

@@ -83,7 +83,6 @@ const char* const kDevolverCarrera =
     "update ma_principal set estatus=4,cobrado=(ganadores*?) where grupo=? AND carrera=? and (estatus<>3 and "
     "estatus <>4) and estatus<>2 and fecha  = ?";
 const char* const kCliente = "SELECT * FROM clientes where  usuario  = ? and ch=? FOR UPDATE";
-const char* const kSaldoCliente = "SELECT sum(monto) as saldo FROM jugadas_clientes  Where  id_cliente = ?";
 // The code and keys, and the count of the horse's race-card row (locked by
 // the sale): one statement writes both, so the close of the race, which
 // writes that row too, conflicts with the sale on any node of a cluster.
@@ -351,7 +350,8 @@ std::optional<Rechazo> VentaGanador::clienteExiste() {
 
 std::optional<Rechazo> VentaGanador::saldoDelCliente() {
     if (cliente_.empty()) return std::nullopt;
-    const double saldo = Row::toNumber(db_->scalar(kSaldoCliente, {cliente_.first().integer("id_cliente")}));
+    // The running balance, read with the client's row under lock.
+    const double saldo = cliente_.first().number("saldo");
     if (saldo + kCentavo / 10 < dinero_) return verifique(texto::SinSaldoCliente + formatoMoneda(saldo));
     return std::nullopt;
 }
@@ -400,7 +400,6 @@ void VentaGanador::completar(Db& db, long long numero, const QString& codigo) {
         m.hora = hora_;
         m.observacion = QStringLiteral("CARRERA %1 CABALLO %2").arg(*carrera_).arg(*caballo_);
         insertar(db, m.insercion());
-        marcarCliente(db, m.idCliente);
     }
     // The keys; the password path writes none.
     const long long fila = caballoFila_.integer("id_carrera");

@@ -30,11 +30,11 @@ constexpr int kCorredores[2][8] = {{8, 10, 7, 12, 9, 11, 6, 6}, {9, 7, 12, 8, 10
 // deposit): a week of plays, prizes, deposits and a withdrawal, and clients
 // of another booth and another centre.
 void cargarDemoClientes(Db& db, const QDate& hoy) {
-    db.exec("INSERT INTO clientes (cliente, ch, observacion, tipo_cliente, usuario, clave, estatus, fecha_ingreso, "
-            "id_usuario, cupo) VALUES "
-            "('JOSÉ \"EL FLACO\" PÉREZ', 'LOS PINOS', 'JUEGA LOS SÁBADOS', 1, 'flaco', '', 'Activo', ?, 11, 1000), "
-            "('AGROPECUARIA LA CEIBA', 'LOS PINOS', 'CLIENTE DE LA TAQUILLA DOS', 2, 'ceiba', '', 'Activo', ?, 12, 5000), "
-            "('LUISA MÁRQUEZ', 'MARACAY', 'CLIENTE DE MARACAY', 1, 'lmarquez', '', 'Activo', ?, 13, 1000)",
+    db.exec("INSERT INTO clientes (id_cliente, cliente, ch, observacion, tipo_cliente, usuario, clave, estatus, "
+            "fecha_ingreso, id_usuario, cupo) VALUES "
+            "(3, 'JOSÉ \"EL FLACO\" PÉREZ', 'LOS PINOS', 'JUEGA LOS SÁBADOS', 1, 'flaco', '', 'Activo', ?, 11, 1000), "
+            "(4, 'AGROPECUARIA LA CEIBA', 'LOS PINOS', 'CLIENTE DE LA TAQUILLA DOS', 2, 'ceiba', '', 'Activo', ?, 12, 5000), "
+            "(5, 'LUISA MÁRQUEZ', 'MARACAY', 'CLIENTE DE MARACAY', 1, 'lmarquez', '', 'Activo', ?, 13, 1000)",
             {fechaSql(hoy.addDays(-30)), fechaSql(hoy.addDays(-20)), fechaSql(hoy.addDays(-10))});
     struct Movimiento {
         int cliente, dias, tipo, banco, usuario;
@@ -60,11 +60,13 @@ void cargarDemoClientes(Db& db, const QDate& hoy) {
                  m.hora, m.observacion});
 }
 
-// A demo user, in its group's centre, with its password enciphered.
-void insertarUsuario(Db& db, const DemoUsuario& u) {
-    db.exec("INSERT INTO usuarios (usuario, clave, nombre, nivel, grupo, ch, estatus, fecha_ingreso) "
-            "SELECT ?, ?, ?, ?, ?, COALESCE((SELECT ch FROM grupos WHERE grupo = ? LIMIT 1), ''), 'Activo', ''",
-            {u.usuario, Encriptar(u.clave, kClaveMaestra), u.nombre, u.nivel, u.grupo, u.grupo});
+// A demo user, in its group's centre, with its password enciphered. The
+// first users carry their numbers (the demo's client movements name them);
+// 0 takes the next one.
+void insertarUsuario(Db& db, const DemoUsuario& u, int id = 0) {
+    db.exec("INSERT INTO usuarios (id_usuario, usuario, clave, nombre, nivel, grupo, ch, estatus, fecha_ingreso) "
+            "SELECT ?, ?, ?, ?, ?, ?, COALESCE((SELECT ch FROM grupos WHERE grupo = ? LIMIT 1), ''), 'Activo', ''",
+            {id, u.usuario, Encriptar(u.clave, kClaveMaestra), u.nombre, u.nivel, u.grupo, u.grupo});
 }
 
 }  // namespace
@@ -164,7 +166,7 @@ void cargarDemo(Db& db, const QDate& hoy) {
                         "VALUES (?, ?, 500, 0.01, 2.99, 3, 0, 3, 9.99, 1, 1, 10, 2, 60, 30)",
                         {ch, hipodromo});
 
-        for (const DemoUsuario& u : usuariosDemo()) insertarUsuario(db, u);
+        for (int i = 0; i < usuariosDemo().size(); ++i) insertarUsuario(db, usuariosDemo().at(i), i + 1);
 
         int nombre = 0;
         for (int pista = 0; pista < 2; ++pista) {
@@ -193,10 +195,12 @@ void cargarDemo(Db& db, const QDate& hoy) {
                 "(3, 'PREMIO'), (4, 'RETIRO')");
         db.exec("INSERT INTO bancos (id_banco, banco) VALUES (1, 'EFECTIVO'), (2, 'BANCO DE VENEZUELA'), "
                 "(3, 'BANESCO'), (4, 'MERCANTIL')");
-        db.exec("INSERT INTO clientes (cliente, ch, observacion, tipo_cliente, usuario, clave, estatus, "
+        // The demo's clients carry their numbers: their movements name them
+        // (a cluster's own numbers would step by its size).
+        db.exec("INSERT INTO clientes (id_cliente, cliente, ch, observacion, tipo_cliente, usuario, clave, estatus, "
                 "fecha_ingreso, id_usuario, cupo) VALUES "
-                "('CARLOS LÓPEZ', 'LOS PINOS', 'CLIENTE FRECUENTE', 1, 'clopez', '', 'Activo', ?, 11, 2000), "
-                "('INVERSIONES EL TRÉBOL', 'LOS PINOS', 'CLIENTE VIP', 2, 'trebol', '', 'Activo', ?, 11, 10000)",
+                "(1, 'CARLOS LÓPEZ', 'LOS PINOS', 'CLIENTE FRECUENTE', 1, 'clopez', '', 'Activo', ?, 11, 2000), "
+                "(2, 'INVERSIONES EL TRÉBOL', 'LOS PINOS', 'CLIENTE VIP', 2, 'trebol', '', 'Activo', ?, 11, 10000)",
                 {fecha, fecha});
         db.exec("INSERT INTO jugadas_clientes (id_cliente, monto, monto_tipo, tipo_operacion, id_usuario, id_banco, "
                 "nu_operacion, fecha, hora, observacion) VALUES "

@@ -1043,10 +1043,24 @@ ALTER TABLE `carreras` ADD COLUMN `boletos` INT NOT NULL DEFAULT 0;
 -- index: what the money journal records after every change of payouts.
 ALTER TABLE `ma_principal` ADD KEY `ix_ma_principal_estatus` (`fecha`, `carrera`, `estatus`, `grupo`, `cobrado`);
 
--- Movements written on a client's account: every debit writes the client's
--- row, so two plays of one client on two nodes of a cluster conflict and
--- the second checks the balance again.
-ALTER TABLE `clientes` ADD COLUMN `movimientos` INT NOT NULL DEFAULT 0;
+-- A client's balance, kept by the server in the transaction of every
+-- movement written, changed or deleted (the sum of the client's movements
+-- stays the account's record). A debit reads it on the client's row under
+-- the row's lock and every movement writes that row, so two plays of one
+-- client conflict on any node of a cluster and the second, run again,
+-- reads the balance the first left.
+ALTER TABLE `clientes` ADD COLUMN `saldo` DOUBLE NOT NULL DEFAULT 0;
+
+CREATE TRIGGER `jugadas_clientes_anotada` AFTER INSERT ON `jugadas_clientes` FOR EACH ROW
+  UPDATE `clientes` SET saldo = saldo + NEW.monto WHERE id_cliente = NEW.id_cliente;
+
+CREATE TRIGGER `jugadas_clientes_cambiada` AFTER UPDATE ON `jugadas_clientes` FOR EACH ROW
+  UPDATE `clientes` SET saldo = saldo + IF(id_cliente = NEW.id_cliente, NEW.monto, 0)
+                                      - IF(id_cliente = OLD.id_cliente, OLD.monto, 0)
+  WHERE id_cliente IN (OLD.id_cliente, NEW.id_cliente);
+
+CREATE TRIGGER `jugadas_clientes_borrada` AFTER DELETE ON `jugadas_clientes` FOR EACH ROW
+  UPDATE `clientes` SET saldo = saldo - OLD.monto WHERE id_cliente = OLD.id_cliente;
 
 -- The money journal: one row per operation that moves money or a ticket's
 -- state, written in the operation's own transaction and never changed.

@@ -206,7 +206,11 @@ bool Subasta::escribirLinea(int linea, const std::string& sql, Params valores) {
     const auto id = idLinea(linea);
     if (!id) return false;
     valores.insert(valores.end(), {carrera_, *id, fecha_, ctx_.session.ch});
-    ctx_.servidor().exec(sql + " Where carrera = ?  and id_carrera = ? and fecha= ? and ch= ? ", valores);
+    // As a transaction of its own: a cell written at the same time from a
+    // machine on another node of a cluster aborts one of the two, which is
+    // written again.
+    Db& db = ctx_.servidor();
+    db.inTransaction([&] { db.exec(sql + " Where carrera = ?  and id_carrera = ? and fecha= ? and ch= ? ", valores); });
     leerFilas();
     return true;
 }

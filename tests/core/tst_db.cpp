@@ -211,7 +211,8 @@ private slots:
         Db& db = env->db();
         db.exec("DELETE FROM textos");
         db.exec("INSERT INTO textos (id, u, n) VALUES (1, 'cupo', 10)");
-        auto other = env->connect();
+        // On the same server: a cluster node's row locks hold on that node only.
+        auto other = Db::open(db.connectionString());
         std::atomic<bool> otherDone{false};
         db.begin();
         QCOMPARE(db.query("SELECT n FROM textos WHERE id = 1 FOR UPDATE").first().number("n"), 10.0);

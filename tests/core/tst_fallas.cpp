@@ -23,7 +23,8 @@ class TstFallas : public QObject {
     // Cuts the connection from the server's side, as a lost network would.
     void cortar(Db& db) {
         const long long id = Row::toInteger(db.scalar("SELECT CONNECTION_ID()"));
-        env->connect()->exec("KILL CONNECTION " + std::to_string(id));
+        // From the same server: a cluster node knows only its own connections.
+        Db::open(db.connectionString())->exec("KILL CONNECTION " + std::to_string(id));
     }
     long long filas() { return static_cast<long long>(numberOf(env->db(), "SELECT count(*) FROM notas")); }
 

@@ -16,6 +16,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <atomic>
 
 namespace hipico::test {
 
@@ -145,6 +146,11 @@ struct TaquillaDe {
         : ctx(env.config, dialogs, clock), venta(ctx) {
         clock.set(env.clock.now());
         ctx.cnServidor = env.connect();
+        // Another booth is another machine, with its own chain of the money
+        // journal (booths of one machine would take turns on its chain's row,
+        // and on a cluster conflict on it at every sale).
+        static std::atomic<int> maquinas{0};
+        ctx.cnServidor->firmarMaquina(QStringLiteral("TAQUILLA-%1").arg(++maquinas));
         ctx.session = session;
         ctx.session.confLocal.impresion = 0;
     }

@@ -153,6 +153,25 @@ private slots:
         QTest::newRow("a prize, question cancelled") << true << true << "500" << "-" << "" << 1500.0;
     }
 
+    // The balance the server keeps on the client's row follows every change
+    // of the movements: one written, edited (its amount or its client) or deleted.
+    void runningBalanceFollowsTheMovements_data() {
+        QTest::addColumn<QString>("cambio");
+        QTest::newRow("written") << "INSERT INTO jugadas_clientes (id_cliente, monto) VALUES (1, -25.5)";
+        QTest::newRow("amount edited") << "UPDATE jugadas_clientes SET monto = monto + 10 WHERE id_cliente = 3";
+        QTest::newRow("moved to another client") << "UPDATE jugadas_clientes SET id_cliente = 2 WHERE id_cliente = 1";
+        QTest::newRow("deleted") << "DELETE FROM jugadas_clientes WHERE id_cliente = 3 AND monto < 0";
+    }
+
+    void runningBalanceFollowsTheMovements() {
+        QFETCH(QString, cambio);
+        Db& db = env->db();
+        QVERIFY(db.exec(cambio.toStdString()) > 0);
+        QCOMPARE(numberOf(db, "SELECT count(*) FROM clientes c WHERE abs(c.saldo - (SELECT coalesce(sum(monto), 0) FROM "
+                              "jugadas_clientes j WHERE j.id_cliente = c.id_cliente)) > 0.001"),
+                 0.0);
+    }
+
     void movimientos() {
         QFETCH(bool, elegido);
         QFETCH(bool, positiva);
@@ -174,6 +193,7 @@ private slots:
         const bool hecho = l->procesar(j);
         QCOMPARE(hecho, texto == kDatosGuardados);
         QCOMPARE(saldoCliente(db, 1), saldo);
+        QCOMPARE(numberOf(db, "SELECT saldo FROM clientes WHERE id_cliente = 1"), saldo);
         if (texto.isEmpty()) {
             QCOMPARE(foto(db, {"jugadas_clientes"}), antes);
             return;

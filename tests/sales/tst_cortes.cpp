@@ -185,7 +185,8 @@ private slots:
         monto->setText("4");
         env->dialogs.clear();
         red->alcanzable(false);
-        directo->exec("KILL CONNECTION " +
+        // From the server the relay leads to: a cluster node knows only its own connections.
+        Db::open(cadenaServidor(env->config))->exec("KILL CONNECTION " +
                       std::to_string(Row::toInteger(env->db().scalar("SELECT CONNECTION_ID()"))));
         w.Boton_Procesar_Click();
         QCOMPARE(env->dialogs.count(), 1);
