@@ -2,8 +2,6 @@
 
 #include <QLocale>
 #include <cmath>
-#include <cstdio>
-#include <optional>
 
 namespace hipico {
 
@@ -113,26 +111,19 @@ QString patronContiene(const QString& texto) {
 
 namespace {
 
-// A date of years 1 to 9999 written with its digits (every sale writes and
-// reads a few; Qt's format parser is slow), else nullopt.
-std::optional<QString> fechaEnCifras(const QDate& fecha, const char* formato, bool anioPrimero) {
-    if (!fecha.isValid() || fecha.year() < 1 || fecha.year() > 9999) return std::nullopt;
-    char texto[16];
-    const int d = fecha.day(), m = fecha.month(), y = fecha.year();
-    if (anioPrimero) std::snprintf(texto, sizeof texto, formato, y, m, d);
-    else std::snprintf(texto, sizeof texto, formato, d, m, y);
-    return QString::fromLatin1(texto);
-}
+// Years 1 to 9999 are written with their digits (every sale writes and reads
+// a few dates; Qt's format parser is slow); any other date through Qt.
+bool enCifras(const QDate& fecha) { return fecha.isValid() && fecha.year() >= 1 && fecha.year() <= 9999; }
 
 }  // namespace
 
 QString fechaSql(const QDate& fecha) {
-    const std::optional<QString> t = fechaEnCifras(fecha, "%04d-%02d-%02d", true);
-    return t ? *t : fecha.toString(QStringLiteral("yyyy-MM-dd"));
+    return enCifras(fecha) ? QString::asprintf("%04d-%02d-%02d", fecha.year(), fecha.month(), fecha.day())
+                           : fecha.toString(QStringLiteral("yyyy-MM-dd"));
 }
 QString fechaVista(const QDate& fecha) {
-    const std::optional<QString> t = fechaEnCifras(fecha, "%02d-%02d-%04d", false);
-    return t ? *t : fecha.toString(QStringLiteral("dd-MM-yyyy"));
+    return enCifras(fecha) ? QString::asprintf("%02d-%02d-%04d", fecha.day(), fecha.month(), fecha.year())
+                           : fecha.toString(QStringLiteral("dd-MM-yyyy"));
 }
 QString fechaVista(const QString& fechaSqlTexto) {
     const QDate d = desdeFechaSql(fechaSqlTexto);

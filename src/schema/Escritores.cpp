@@ -160,8 +160,6 @@ Insercion lineaEstadoCliente(const Row& m) {
         "motivo", m.text("observacion").left(15));
 }
 
-Insercion auditoriaGanadores(int juego, int moneda) { return auditoriaBoletos(juego, moneda, "ganadores", "0"); }
-
 Insercion auditoriaBoletos(int juego, int moneda, const char* monto, const char* tablas) {
     return Insercion("ventas_auditoria")
         .desde("carrera", "carrera")

@@ -190,8 +190,6 @@ long long insertarFilas(Db& db, const std::vector<Insercion>& filas);
 // of the INSERT ... SELECT, as the given game and currency; `monto` and
 // `tablas` are taken from the given columns (or values) of the ticket.
 Insercion auditoriaBoletos(int juego, int moneda, const char* monto, const char* tablas);
-// The same for winner tickets (ma_principal): the units as `monto`, no tables.
-Insercion auditoriaGanadores(int juego, int moneda);
 
 // rpt_resultadostaqs (local report schema): one booth's figures of a day
 // ("DD-MM-YYYY"), the booth named in both `ch` and `taquilla`.

@@ -74,7 +74,7 @@ private slots:
             Descarga{"2026-11-23", "10:15:00", "LOS PINOS", "07", 3, 5, 2.5, 7.5}.insercion(),
             Condicionado{"LOS PINOS", "07", "S1", "2026-11-23", 3, 5, 7.5}.insercion(),
             MovimientoCliente{1, -15, " Ganadores", 2, 7, 1, "07112310", "2026-11-23", "10:15:00", "CARRERA 3"}.insercion(),
-            auditoriaGanadores(1, 0),
+            auditoriaBoletos(1, 0, "ganadores", "0"),
             resultadoTaquilla("LOS PINOS", "23-11-2026", 90, 60, 30, 10),
             UsuarioNuevo{"cajero", "clave", "CAJERO UNO", "Taquilla", "07", "LOS PINOS", "Activo", "2026-11-23"}
                 .insercion(),
