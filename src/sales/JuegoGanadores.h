@@ -4,6 +4,7 @@
 #include "sales/AjustesLocales.h"
 #include "sales/Flujos.h"
 
+#include <QHash>
 #include <QString>
 #include <QVector>
 #include <optional>
@@ -57,7 +58,31 @@ Impreso ticketGanador(Context& ctx, const Row& grupo, const BoletoVendido& b, bo
 // key of the horse's race-card row on the group's track. The race open for
 // sale and the track are the group's own when it has them, else the
 // system's current ones.
+// The row carries `marca`, the change mark of the group's row and of the
+// system settings (their `revision`, moved by the server at every change).
 Row parametrosGanadores(Context& ctx, const QString& carrera, const QString& caballo);
+
+// The parameters a booth keeps between its sales: the last row read for
+// each race and horse of its group and working day. A sale on a kept row
+// checks it under the horse's lock (the change mark, the locked row still the
+// race, horse and track asked); when anything moved, the sale starts again on
+// a row read afresh (ParametrosCambiados).
+class ParametrosGuardados {
+public:
+    // The kept row of that race and horse, if any.
+    std::optional<Row> buscar(const Context& ctx, const QString& carrera, const QString& caballo) const;
+    // Read afresh, and kept when it names the horse's race-card row.
+    Row leer(Context& ctx, const QString& carrera, const QString& caballo);
+    void olvidar() { filas_.clear(); }
+
+private:
+    QHash<QString, Row> filas_;  // by group, day, race and horse
+    QString marca_;              // the change mark they were read under
+};
+
+// Thrown by the sale's locks when the kept parameters it ran on are out of
+// date: nothing was written, the transaction is rolled back.
+struct ParametrosCambiados {};
 // The race open for sale and the track of the booth's group, as above.
 struct CarreraYPista {
     long long carrera = 0;
@@ -70,7 +95,9 @@ CarreraYPista carreraYPista(Context& ctx);
 // checks run in their order.
 class VentaGanador final : public Jugada {
 public:
-    VentaGanador(Context& ctx, PedidoGanador pedido, Row grupo);
+    // `guardado`: the group's row is a copy kept since an earlier sale,
+    // checked under the horse's lock.
+    VentaGanador(Context& ctx, PedidoGanador pedido, Row grupo, bool guardado = false);
 
     void preparar(Db& db) override;
     void bloquear(Db& db) override;
@@ -105,6 +132,7 @@ private:
     Context& ctx_;
     PedidoGanador pedido_;
     Row grupo_;
+    bool guardado_ = false;
     Db* db_ = nullptr;
     QString fecha_;
     QString hora_;

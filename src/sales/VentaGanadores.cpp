@@ -44,11 +44,14 @@ long long VentaGanadores::carreraDelGrupo() const {
 
 // ---------------------------------------------------------------- sale
 
-VentaGanadores::Venta VentaGanadores::vender(const PedidoGanador& pedido, const Row& grupo) {
-    auto jugada = std::make_shared<VentaGanador>(ctx_, pedido, grupo);
+VentaGanadores::Venta VentaGanadores::vender(const PedidoGanador& pedido, const Row& grupo, bool guardado) {
+    auto jugada = std::make_shared<VentaGanador>(ctx_, pedido, grupo, guardado);
     hipico::Venta v;
     try {
         v = hipico::vender(ctx_, kVentanaVenta, juegoGanadores(), *jugada, impresora_);
+    } catch (const ParametrosCambiados&) {
+        // Nothing was written: the same sale on the parameters as they are now.
+        return vender(pedido, parametros_.leer(ctx_, pedido.carrera, pedido.caballo), false);
     } catch (const DbError&) {
         // The server went away before the sale could be looked up: it is
         // settled before the next sale.
@@ -115,7 +118,11 @@ VentaGanadores::Venta VentaGanadores::procesarVenta(const QString& carrera, cons
         }
     }
     const PedidoGanador pedido{carrera, caballo, monto, cliente, unidad_, false};
-    return vender(pedido, parametrosGanadores(ctx_, carrera, caballo));
+    // The group's parameters kept since an earlier sale are checked under the
+    // horse's lock; none kept, they are read now.
+    if (const std::optional<Row> guardados = parametros_.buscar(ctx_, carrera, caballo))
+        return vender(pedido, *guardados, true);
+    return vender(pedido, parametros_.leer(ctx_, carrera, caballo), false);
 }
 
 VentaGanadores::Venta VentaGanadores::ventaConClave(const QString& clave) {
@@ -128,7 +135,8 @@ VentaGanadores::Venta VentaGanadores::ventaConClave(const QString& clave) {
         return {};
     }
     p.pedido.autorizada = true;
-    return vender(p.pedido, p.grupo);
+    // The refused sale's parameters, checked under the lock like kept ones.
+    return vender(p.pedido, p.grupo, true);
 }
 
 // ---------------------------------------------------------------- payment

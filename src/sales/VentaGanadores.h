@@ -124,7 +124,9 @@ public:
     double valorGanador() const;
 
 private:
-    Venta vender(const PedidoGanador& pedido, const Row& grupo);
+    // `guardado`: `grupo` was read before this sale (kept, or the refused
+    // sale's): checked under the horse's lock, and read again when it moved.
+    Venta vender(const PedidoGanador& pedido, const Row& grupo, bool guardado);
 
     Context& ctx_;
     ImpresoraTaquilla impresora_;
@@ -138,6 +140,7 @@ private:
     std::shared_ptr<VentaGanador> incierta_;
     CobroEnEspera porCobrar_;
     std::optional<Boleto> ultimo_;
+    ParametrosGuardados parametros_;
 };
 
 

@@ -1102,3 +1102,20 @@ CREATE TABLE `diario_cola` (
 CREATE TRIGGER `diario_anotado` AFTER INSERT ON `diario` FOR EACH ROW
   INSERT INTO `diario_cola` (cadena, orden, huella) VALUES (NEW.cadena, NEW.orden, NEW.huella)
   ON DUPLICATE KEY UPDATE orden = NEW.orden, huella = NEW.huella;
+
+-- The change mark of the group's parameters and of the system settings:
+-- the server moves `revision` at every change of the row (an inserted row
+-- starts from the clock in microseconds, so a row written again never takes
+-- back an earlier mark). A booth keeps the parameters between its sales and
+-- compares the mark, read under the horse's lock, with the one it kept.
+ALTER TABLE `grupos` ADD COLUMN `revision` BIGINT NOT NULL DEFAULT 0;
+ALTER TABLE `configuracion` ADD COLUMN `revision` BIGINT NOT NULL DEFAULT 0;
+
+CREATE TRIGGER `grupos_nuevo` BEFORE INSERT ON `grupos` FOR EACH ROW
+  SET NEW.revision = CAST(UNIX_TIMESTAMP(NOW(6)) * 1000000 AS SIGNED);
+CREATE TRIGGER `grupos_revisado` BEFORE UPDATE ON `grupos` FOR EACH ROW
+  SET NEW.revision = GREATEST(OLD.revision + 1, CAST(UNIX_TIMESTAMP(NOW(6)) * 1000000 AS SIGNED));
+CREATE TRIGGER `configuracion_nueva` BEFORE INSERT ON `configuracion` FOR EACH ROW
+  SET NEW.revision = CAST(UNIX_TIMESTAMP(NOW(6)) * 1000000 AS SIGNED);
+CREATE TRIGGER `configuracion_revisada` BEFORE UPDATE ON `configuracion` FOR EACH ROW
+  SET NEW.revision = GREATEST(OLD.revision + 1, CAST(UNIX_TIMESTAMP(NOW(6)) * 1000000 AS SIGNED));

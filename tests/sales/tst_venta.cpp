@@ -258,6 +258,77 @@ private slots:
         QCOMPARE(env->dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDE HACER NINGUNA VENTA"));
     }
 
+    // The booth keeps the group's parameters between its sales; a change made
+    // from another connection (the configuration windows) is seen by the very
+    // next sale, whichever parameter it is.
+    void aChangedParameterIsSeenByTheNextSale_data() {
+        QTest::addColumn<QStringList>("cambio");
+        QTest::addColumn<QString>("rechazo");  // "": sold
+        QTest::addColumn<double>("costo");
+        QTest::newRow("nothing changed") << QStringList{} << "" << 50.0;
+        QTest::newRow("the group's winner sale off") << QStringList{"update grupos set venta_ganadores=0 where grupo='07'"}
+                                                     << "LA CARRERA ESTA CERRADA, NO SE PUEDE HACER NINGUNA VENTA" << 0.0;
+        QTest::newRow("a lower maximum per ticket")
+            << QStringList{"update grupos set apuesta_max_win=20, pedirclave=0 where grupo='07'"}
+            << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 2 GANADORES" << 0.0;
+        QTest::newRow("fewer horses") << QStringList{"update grupos set cab_max=2 where grupo='07'"}
+                                      << "EL NUMERO DE CABALLO NO ES VALIDO" << 0.0;
+        QTest::newRow("the group's own race") << QStringList{"update grupos set carrera=2 where grupo='07'"}
+                                              << "EL NUMERO DE CARRERA NO ESTA PERMITIDO PARA LA VENTA" << 0.0;
+        QTest::newRow("the system's race") << QStringList{"update configuracion set carrera=2"}
+                                           << "EL NUMERO DE CARRERA NO ESTA PERMITIDO PARA LA VENTA" << 0.0;
+        QTest::newRow("a higher minimum") << QStringList{"update grupos set min_bs=100 where grupo='07'"}
+                                          << "EL MONTO ES MENOR AL PERMITIDO" << 0.0;
+        QTest::newRow("a lower client limit")
+            << QStringList{"update grupos set cupo_winxjugador=20 where grupo='07'"}
+            << "EL MONTO ES MAYOR AL CUPO POR JUGADOR" << 0.0;
+        QTest::newRow("a new unit price") << QStringList{"update grupos set valor_ganador=20 where grupo='07'"} << ""
+                                          << 100.0;
+        // The horse's race-card row written again (another key): found again, sold.
+        QTest::newRow("the horse's row written again")
+            << QStringList{"INSERT INTO carreras (fecha, carrera, id_hipodromo, caballo, nu_caballo, retirado, estado, "
+                           "venta) SELECT fecha, carrera, id_hipodromo, caballo, nu_caballo, retirado, estado, venta "
+                           "FROM carreras WHERE carrera=1 and nu_caballo=3",
+                           "DELETE FROM carreras WHERE carrera=1 and nu_caballo=3 ORDER BY id_carrera LIMIT 1"}
+            << "" << 50.0;
+    }
+    void aChangedParameterIsSeenByTheNextSale() {
+        QFETCH(QStringList, cambio);
+        QFETCH(QString, rechazo);
+        QFETCH(double, costo);
+        entrar("taquilla1");
+        Taquilla booth(*env, env->ctx.session);
+        const QString cliente = rechazo.contains("CUPO POR JUGADOR") ? "clopez" : "";
+        QCOMPARE(int(booth.venta.procesarVenta("1", "3", "5", cliente).resultado), int(VentaGanadores::Resultado::Vendido));
+        for (const QString& sql : cambio) db().exec(sql.toStdString());
+        const QStringList antes = huella();
+        const auto r = booth.venta.procesarVenta("1", "3", "5", cliente);
+        if (rechazo.isEmpty()) {
+            QCOMPARE(int(r.resultado), int(VentaGanadores::Resultado::Vendido));
+            QCOMPARE(r.boleto.costo, costo);
+            return;
+        }
+        QVERIFY(r.resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(booth.dialogs.last().text, rechazo);
+        QCOMPARE(huella(), antes);
+    }
+
+    // The password finishes a refused sale on the parameters as they are then.
+    void thePasswordPathSeesAChangedParameter() {
+        entrar("taquilla1");
+        Taquilla booth(*env, env->ctx.session);
+        QCOMPARE(int(booth.venta.procesarVenta("1", "3", "600").resultado), int(VentaGanadores::Resultado::PedirClave));
+        db().exec("update grupos set venta_ganadores=0 where grupo='07'");
+        QVERIFY(booth.venta.ventaConClave("1234").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(booth.dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDE HACER NINGUNA VENTA"));
+        QCOMPARE(numberOf(db(), "SELECT count(*) FROM ma_principal"), 0.0);
+        db().exec("update grupos set venta_ganadores=1, valor_ganador=20 where grupo='07'");
+        QCOMPARE(int(booth.venta.procesarVenta("1", "3", "600").resultado), int(VentaGanadores::Resultado::PedirClave));
+        const auto r = booth.venta.ventaConClave("1234");
+        QCOMPARE(int(r.resultado), int(VentaGanadores::Resultado::Vendido));
+        QCOMPARE(r.boleto.costo, 12000.0);
+    }
+
     void saleUnitIsKeptPerMachine() {
         VentaGanadores v = nueva();
         QCOMPARE(int(v.unidad()), int(UnidadVenta::Ganadores));
