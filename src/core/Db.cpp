@@ -146,6 +146,7 @@ void Db::reconnect() {
     prepared_.clear();
     recent_.clear();
     oneShot_.reset();
+    finCadena_.reset();
     inTransaction_ = false;
     broken_ = true;
     session_.reset();
@@ -514,6 +515,7 @@ void Db::commit() {
     try {
         execute("COMMIT", {});
     } catch (const DbError& e) {
+        finCadena_.reset();
         if (!e.isConnectionLost()) throw;
         broken_ = true;
         // The server may or may not have committed before the connection
@@ -524,6 +526,7 @@ void Db::commit() {
 
 void Db::rollback() {
     inTransaction_ = false;
+    finCadena_.reset();
     try {
         execute("ROLLBACK", {});
     } catch (const DbError&) {

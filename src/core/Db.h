@@ -8,6 +8,7 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <stdexcept>
 #include <string>
@@ -107,6 +108,16 @@ public:
     const QString& usuario() const { return usuario_; }
     const QString& maquina() const { return maquina_; }
 
+    // The end of the money journal's chain this connection appended to last
+    // (its order and hash): the next append follows it without reading it.
+    // Dropped when a transaction is rolled back or its commit fails.
+    struct FinCadena {
+        QString cadena;
+        long long orden = 0;
+        QString huella;
+    };
+    std::optional<FinCadena>& finCadena() { return finCadena_; }
+
     const QString& connectionString() const { return connectionString_; }
     soci::session& session();
 
@@ -130,6 +141,7 @@ private:
     QString connectionString_;
     QStringList alternates_;
     QString usuario_, maquina_;
+    std::optional<FinCadena> finCadena_;
     std::unique_ptr<soci::session> session_;
     void* hdbc_ = nullptr;
     bool inTransaction_ = false;

@@ -41,7 +41,8 @@ QString huella(const Fila& f) {
         QCryptographicHash::hash(partes.join(QChar(0x1f)).toUtf8(), QCryptographicHash::Sha256).toHex());
 }
 
-// The chain's last row, locked by key (the insert's trigger moves it on).
+// The chain's last row, locked by key (the insert's trigger moves it on,
+// and refuses a row that does not follow it).
 const char* const kCola = "SELECT orden, huella FROM diario_cola WHERE cadena = ? FOR UPDATE";
 const char* const kNuevaCadena = "INSERT IGNORE INTO diario_cola (cadena, orden, huella) VALUES (?, 0, ?)";
 
@@ -56,6 +57,11 @@ bool cadenaConocida(const QString& cadena) {
     return false;
 }
 
+// The server's refusals of a row that does not follow its chain's end: the
+// trigger's, and the order already taken.
+constexpr long kNoSigue = 1644;
+constexpr long kRepetida = 1062;
+
 const char* const kAnotar =
     "INSERT INTO diario (cadena, orden, momento, usuario, maquina, operacion, tabla, codigo, grupo, fecha, carrera, "
     "unidades, monto, previo, huella) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
@@ -68,6 +74,27 @@ QString maquinaLocal() {
 
 void fijarMaquinaLocal(const QString& nombre) { maquinaFijada() = nombre; }
 
+namespace {
+
+// Writes the row after the chain's end it names (order and previous hash);
+// false when the server refused it as not following its chain's end (the
+// trigger's refusal, or another row of that order already written).
+bool escribir(Db& db, Fila& f, bool rechazable) {
+    const QString h = huella(f);
+    const AsientoDiario& a = f.a;
+    try {
+        db.exec(kAnotar, {f.cadena, f.orden, f.momento, f.usuario, f.maquina, a.operacion, a.tabla, a.codigo, a.grupo,
+                          a.fecha, a.carrera, cifra(a.unidades), cifra(a.monto), f.previo, h});
+    } catch (const DbError& e) {
+        if (!rechazable || (e.nativeCode() != kNoSigue && e.nativeCode() != kRepetida)) throw;
+        return false;
+    }
+    db.finCadena() = Db::FinCadena{f.cadena, f.orden, h};
+    return true;
+}
+
+}  // namespace
+
 void anotar(Db& db, const AsientoDiario& a) {
     if (!db.inTransactionNow()) throw DbError("el diario se escribe dentro de una transacción");
     Fila f;
@@ -79,11 +106,25 @@ void anotar(Db& db, const AsientoDiario& a) {
     // A chain's row exists before it is locked: a locking read of a missing
     // key would lock the gap around it, and two new chains in one gap deadlock.
     if (!cadenaConocida(db.connectionString() + QChar(0x1f) + f.cadena)) db.exec(kNuevaCadena, {f.cadena, kOrigen});
-    const Recordset cola = db.query(kCola, {f.cadena});
+    // The end this connection left is followed without reading it; the
+    // server refuses the row when the chain moved on since (another program
+    // under this machine's name), and then the end is read under its lock.
+    const std::optional<Db::FinCadena> fin = db.finCadena();
+    db.finCadena().reset();
+    if (fin && fin->cadena == f.cadena) {
+        f.orden = fin->orden + 1;
+        f.previo = fin->huella;
+        if (escribir(db, f, true)) return;
+    }
+    Recordset cola = db.query(kCola, {f.cadena});
+    if (cola.empty()) {
+        // The chain's row went away (a database set up again meanwhile).
+        db.exec(kNuevaCadena, {f.cadena, kOrigen});
+        cola = db.query(kCola, {f.cadena});
+    }
     f.orden = cola.empty() ? 1 : cola.first().integer("orden") + 1;
     f.previo = cola.empty() ? kOrigen : cola.first().text("huella");
-    db.exec(kAnotar, {f.cadena, f.orden, f.momento, f.usuario, f.maquina, a.operacion, a.tabla, a.codigo, a.grupo,
-                      a.fecha, a.carrera, cifra(a.unidades), cifra(a.monto), f.previo, huella(f)});
+    escribir(db, f, false);
 }
 
 void anotarPremios(Db& db, const QString& fecha, long long carrera, const QString& grupo) {

@@ -15,6 +15,11 @@ QStringList sentenciasSql(const QString& script) {
     QStringList out;
     QString actual;
     QChar comilla;
+    // A line "DELIMITER $$" ends the statements with "$$" from there on, as
+    // the command-line client reads it: a trigger's body holds ";" of its own.
+    QString fin = QStringLiteral(";");
+    static const QRegularExpression delimitador(QStringLiteral("[ \\t]*DELIMITER[ \\t]+(\\S+)[ \\t]*(\\n|$)"),
+                                                QRegularExpression::CaseInsensitiveOption);
     for (int i = 0; i < script.size(); ++i) {
         const QChar c = script.at(i);
         if (!comilla.isNull()) {
@@ -23,15 +28,26 @@ QStringList sentenciasSql(const QString& script) {
             else if (c == QLatin1Char('\\') && i + 1 < script.size()) actual.append(script.at(++i));
             continue;
         }
+        if (actual.trimmed().isEmpty() && (i == 0 || script.at(i - 1) == QLatin1Char('\n'))) {
+            const QRegularExpressionMatch m = delimitador.match(script, i, QRegularExpression::NormalMatch,
+                                                                QRegularExpression::AnchorAtOffsetMatchOption);
+            if (m.hasMatch()) {
+                fin = m.captured(1);
+                i = m.capturedEnd() - 1;
+                actual.clear();
+                continue;
+            }
+        }
         if (c == QLatin1Char('\'') || c == QLatin1Char('"') || c == QLatin1Char('`')) {
             comilla = c;
             actual.append(c);
         } else if (c == QLatin1Char('-') && i + 1 < script.size() && script.at(i + 1) == QLatin1Char('-')) {
             while (i < script.size() && script.at(i) != QLatin1Char('\n')) ++i;
             actual.append(QLatin1Char('\n'));
-        } else if (c == QLatin1Char(';')) {
+        } else if (QStringView(script).mid(i, fin.size()) == fin) {
             if (!actual.trimmed().isEmpty()) out << actual.trimmed();
             actual.clear();
+            i += fin.size() - 1;
         } else {
             actual.append(c);
         }

@@ -1099,9 +1099,22 @@ CREATE TABLE `diario_cola` (
   PRIMARY KEY (`cadena`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
+-- A row names the end of its chain it follows (`orden` one past it,
+-- `previo` its hash): the server moves the chain's end on from exactly that
+-- row and refuses the row otherwise, so a writer that knew an older end
+-- (another program under the machine's name wrote since, or its own
+-- transaction was rolled back) reads the end again and appends once more.
+-- A chain's row is created (order 0) before the chain's first append.
+DELIMITER $$
 CREATE TRIGGER `diario_anotado` AFTER INSERT ON `diario` FOR EACH ROW
-  INSERT INTO `diario_cola` (cadena, orden, huella) VALUES (NEW.cadena, NEW.orden, NEW.huella)
-  ON DUPLICATE KEY UPDATE orden = NEW.orden, huella = NEW.huella;
+BEGIN
+  UPDATE `diario_cola` SET orden = NEW.orden, huella = NEW.huella
+  WHERE cadena = NEW.cadena AND orden = NEW.orden - 1 AND huella = NEW.previo;
+  IF ROW_COUNT() = 0 THEN
+    SIGNAL SQLSTATE '45000' SET MESSAGE_TEXT = 'la fila del diario no sigue al final de su cadena';
+  END IF;
+END$$
+DELIMITER ;
 
 -- The change mark of the group's parameters and of the system settings:
 -- the server moves `revision` at every change of the row (an inserted row

@@ -9,6 +9,7 @@
 #include "signin/CierreDia.h"
 
 #include <QtTest>
+#include <thread>
 
 using namespace hipico;
 using namespace hipico::test;
@@ -151,8 +152,13 @@ private slots:
         QCOMPARE(ids.size(), 4);
         QVERIFY(verificarDiario(db(), fecha).correcto());
         if (cambio == "INSERT") {
-            // Slipped in after the first row: the later rows move one place on.
+            // Slipped in after the first row: the later rows move one place on,
+            // and the chain's end is set back to the first row so that the
+            // server takes the row as following it.
             db().exec("UPDATE diario SET orden = orden + 1 WHERE id > ? ORDER BY orden DESC", {ids[0]});
+            db().exec("UPDATE diario_cola c JOIN diario d ON d.cadena = c.cadena SET c.orden = 1, c.huella = d.huella "
+                      "WHERE d.id = ?",
+                      {ids[0]});
             db().exec("INSERT INTO diario (cadena, orden, momento, usuario, maquina, operacion, tabla, codigo, grupo, "
                       "fecha, carrera, unidades, monto, previo, huella) SELECT cadena, 2, momento, usuario, maquina, "
                       "operacion, tabla, 'X', grupo, fecha, carrera, 1, 10, huella, REPEAT('0', 64) FROM diario "
@@ -168,6 +174,41 @@ private slots:
         if (primeraMala > 0) QCOMPARE(i.primeraMala.value_or(0), ids[primeraMala - 1]);
         else QVERIFY(!i.primeraMala);
         env->dialogs.clear();
+    }
+
+    // Connections of one machine append to one chain: each follows the end it
+    // left without reading it, and when another one wrote since (or its own
+    // transaction was rolled back) the server refuses the row and it reads the
+    // end again. The chain stays whole.
+    void connectionsOfOneMachineShareItsChain() {
+        const auto asentar = [&](Db& d, const QString& codigo) {
+            d.inTransaction([&] { anotar(d, {operacion::Cierre, {}, codigo, "07", fecha, 0, 0, 0}); });
+        };
+        std::shared_ptr<Db> a = env->connect(), b = env->connect();
+        a->firmarMaquina("CAJA-1");
+        b->firmarMaquina("CAJA-1");
+        asentar(*a, "A1");
+        asentar(*b, "B1");
+        asentar(*a, "A2");  // a's end is b's row's predecessor: refused, read again
+        // A rolled-back transaction takes its row and the end it left with it.
+        QVERIFY_THROWS_EXCEPTION(DbError, a->inTransaction([&] {
+            anotar(*a, {operacion::Cierre, {}, "DESHECHA", "07", fecha, 0, 0, 0});
+            throw DbError("deshecha");
+        }));
+        QVERIFY(!a->finCadena());
+        asentar(*a, "A3");
+        // Many appends of both at the same time.
+        std::thread otra([&] {
+            for (int k = 0; k < 40; ++k) asentar(*b, QString("B%1").arg(k + 2));
+        });
+        for (int k = 0; k < 40; ++k) asentar(*a, QString("A%1").arg(k + 4));
+        otra.join();
+        QCOMPARE(textOf(db(), "SELECT concat_ws(':', count(*), min(orden), max(orden), count(DISTINCT orden)) FROM "
+                              "diario WHERE cadena = 'CAJA-1'"),
+                 QString("84:1:84:84"));
+        QCOMPARE(textOf(db(), "SELECT count(*) FROM diario WHERE codigo = 'DESHECHA'"), QString("0"));
+        const InformeDiario i = verificarDiario(db(), fecha);
+        QVERIFY2(i.correcto(), qPrintable(i.diferencias.join('\n')));
     }
 
     void theHorsesTotalsFollowEveryTicket() {

@@ -217,6 +217,13 @@ private slots:
         QCOMPARE(s.size(), 2);
         QVERIFY(s[0].startsWith("CREATE TABLE a"));
         QVERIFY(s[1].endsWith("'it''s; fine')"));
+        // A trigger's body keeps its own ";" between DELIMITER lines.
+        const QStringList t = sentenciasSql("CREATE TABLE b (x INT);\nDELIMITER $$\nCREATE TRIGGER t AFTER INSERT ON b "
+                                            "FOR EACH ROW BEGIN SET @a = 1; SET @b = ';$$'; END$$\nDELIMITER ;\n"
+                                            "DROP TABLE b;");
+        QCOMPARE(t, QStringList({"CREATE TABLE b (x INT)",
+                                 "CREATE TRIGGER t AFTER INSERT ON b FOR EACH ROW BEGIN SET @a = 1; SET @b = ';$$'; END",
+                                 "DROP TABLE b"}));
     }
 
     void demoDay() {
