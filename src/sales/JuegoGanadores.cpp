@@ -33,19 +33,15 @@ const QString kCupoVip = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR V
 const QString kCupoJugador = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR");
 
 // The statements of the sale, prepared once per connection.
-// The change mark of the group's parameters: its row (a group created again
-// is another row) and the revisions of that row and of the system settings,
-// which the server moves at every change of either.
-const std::string kMarca = "concat_ws(':', g.id_grupo, g.revision, k.revision)";
 // A one-row read: the server's cache of the subquery's results (built anew
 // at every run) is left off, which halves the statement's time.
-const std::string kGrupoYCaballo =
+const char* const kGrupoYCaballo =
     "SET STATEMENT optimizer_switch='subquery_cache=off' FOR "
     "SELECT g.grupo, g.cab_max, IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo, g.valor_ganador, g.apuesta_max_win, "
     "g.cupo_winxjugador, g.cupovip, g.inicialboleto, g.clave_win, g.pedirclave, g.admin_cupo, g.opcioncupowin, "
-    "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, " +
-    kMarca + " AS marca, "
+    "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, "
+    "k.revision AS marca, "
     "(SELECT min(c.id_carrera) FROM carreras c WHERE c.carrera = ? and c.fecha = ? and c.nu_caballo = ? and "
     "c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)) AS id_carrera "
     "FROM grupos g JOIN configuracion k ON k.id = 1 WHERE g.grupo = ? LIMIT 1";
@@ -68,16 +64,16 @@ const char* const kBloquearCaballo =
 // kept with every ticket written or deleted), read by key: the sale costs
 // the same however many tickets the horse already has. Every read is tied to
 // the locked row, so it runs once the lock is held and sees every sale that
-// held it before. The group's change mark comes along: a sale on parameters
-// kept from an earlier sale checks them by it.
+// held it before. The change mark of the parameters comes along: a sale on
+// parameters kept from an earlier sale checks them by it.
 std::string caballoYCupo(const char* vendido, const char* deQuien) {
     std::string cupo = "(SELECT CASE c.nu_caballo";
     for (int n = 1; n <= 16; ++n) cupo += " WHEN " + std::to_string(n) + " THEN q.cab" + std::to_string(n);
     // The mark's read names the locked row too, so it also waits for the lock
     // (a read tied to nothing would run first and fix the transaction's
     // snapshot before the lock, hiding the sales that held it).
-    cupo += " END FROM venta_cupo_ganadores q WHERE q.ch = ?) as cupo, (SELECT " + kMarca +
-            " FROM grupos g JOIN configuracion k ON k.id = 1 WHERE g.grupo = ? and c.id_carrera > 0 LIMIT 1) as marca";
+    cupo += " END FROM venta_cupo_ganadores q WHERE q.ch = ?) as cupo, (SELECT k.revision FROM configuracion k "
+            "WHERE k.id = 1 and c.id_carrera > 0) as marca";
     return std::string("SELECT c.id_carrera, c.fecha, c.carrera, c.id_hipodromo, c.nu_caballo, c.caballo, c.retirado, "
                        "c.venta, (SELECT count(r.carrera) FROM carreras r where r.carrera = c.carrera and r.retirado = 0 "
                        "and r.fecha = c.fecha and r.id_hipodromo = c.id_hipodromo) as cant_cabs, (SELECT ") +
@@ -206,7 +202,7 @@ std::optional<Row> ParametrosGuardados::buscar(const Context& ctx, const QString
 Row ParametrosGuardados::leer(Context& ctx, const QString& carrera, const QString& caballo) {
     Row fila = parametrosGanadores(ctx, carrera, caballo);
     // A new mark: the rows kept under the old one are out of date.
-    const QString marca = fila.textOr("marca");
+    const long long marca = fila.integerOr("marca");
     if (marca != marca_ || filas_.size() >= kFilasGuardadas) filas_.clear();
     marca_ = marca;
     if (fila.integerOr("id_carrera") > 0) filas_.insert(claveGuardada(ctx, carrera, caballo), fila);
@@ -265,8 +261,8 @@ void VentaGanador::bloquear(Db& db) {
     if (id > 0) {
         const Session& s = ctx_.session;
         const bool porCentro = grupo_.integerOr("opcioncupowin") == 1;
-        const Recordset r = porCentro ? db.query(kCaballoYCupoCentro, {s.ch, s.ch, s.grupo, id})
-                                      : db.query(kCaballoYCupoGrupo, {s.ch, s.grupo, s.ch, s.grupo, id});
+        const Recordset r = porCentro ? db.query(kCaballoYCupoCentro, {s.ch, s.ch, id})
+                                      : db.query(kCaballoYCupoGrupo, {s.ch, s.grupo, s.ch, id});
         // The row must still be this race's horse on the group's track and day.
         const bool esElCaballo = !r.empty() && carrera_ && caballo_ && r.first().integer("carrera") == *carrera_ &&
                                  r.first().integer("nu_caballo") == *caballo_ &&
@@ -274,7 +270,7 @@ void VentaGanador::bloquear(Db& db) {
                                  r.first().text("fecha") == fecha_;
         // Kept parameters hold only while nothing they came from moved:
         // else the sale starts again on the parameters read afresh.
-        if (guardado_ && (!esElCaballo || r.first().textOr("marca") != grupo_.textOr("marca")))
+        if (guardado_ && (!esElCaballo || r.first().integerOr("marca") != grupo_.integerOr("marca")))
             throw ParametrosCambiados{};
         if (esElCaballo) {
             caballoFila_ = r.first();

@@ -58,8 +58,8 @@ Impreso ticketGanador(Context& ctx, const Row& grupo, const BoletoVendido& b, bo
 // key of the horse's race-card row on the group's track. The race open for
 // sale and the track are the group's own when it has them, else the
 // system's current ones.
-// The row carries `marca`, the change mark of the group's row and of the
-// system settings (their `revision`, moved by the server at every change).
+// The row carries `marca`, the change mark of the groups and the system
+// settings (`configuracion.revision`, moved by the server at every change).
 Row parametrosGanadores(Context& ctx, const QString& carrera, const QString& caballo);
 
 // The parameters a booth keeps between its sales: the last row read for
@@ -77,7 +77,7 @@ public:
 
 private:
     QHash<QString, Row> filas_;  // by group, day, race and horse
-    QString marca_;              // the change mark they were read under
+    long long marca_ = 0;        // the change mark they were read under
 };
 
 // Thrown by the sale's locks when the kept parameters it ran on are out of

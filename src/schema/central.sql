@@ -1116,19 +1116,21 @@ BEGIN
 END$$
 DELIMITER ;
 
--- The change mark of the group's parameters and of the system settings:
--- the server moves `revision` at every change of the row (an inserted row
--- starts from the clock in microseconds, so a row written again never takes
--- back an earlier mark). A booth keeps the parameters between its sales and
--- compares the mark, read under the horse's lock, with the one it kept.
-ALTER TABLE `grupos` ADD COLUMN `revision` BIGINT NOT NULL DEFAULT 0;
+-- The change mark of the sale's parameters: the server moves
+-- `configuracion.revision` at every change of the system settings and of any
+-- group's row (an inserted settings row starts from the clock in
+-- microseconds, so settings written again never take back an earlier mark).
+-- A booth keeps its group's parameters between its sales and compares the
+-- mark, read under the horse's lock, with the one it kept.
 ALTER TABLE `configuracion` ADD COLUMN `revision` BIGINT NOT NULL DEFAULT 0;
 
-CREATE TRIGGER `grupos_nuevo` BEFORE INSERT ON `grupos` FOR EACH ROW
-  SET NEW.revision = CAST(UNIX_TIMESTAMP(NOW(6)) * 1000000 AS SIGNED);
-CREATE TRIGGER `grupos_revisado` BEFORE UPDATE ON `grupos` FOR EACH ROW
-  SET NEW.revision = GREATEST(OLD.revision + 1, CAST(UNIX_TIMESTAMP(NOW(6)) * 1000000 AS SIGNED));
 CREATE TRIGGER `configuracion_nueva` BEFORE INSERT ON `configuracion` FOR EACH ROW
   SET NEW.revision = CAST(UNIX_TIMESTAMP(NOW(6)) * 1000000 AS SIGNED);
 CREATE TRIGGER `configuracion_revisada` BEFORE UPDATE ON `configuracion` FOR EACH ROW
   SET NEW.revision = GREATEST(OLD.revision + 1, CAST(UNIX_TIMESTAMP(NOW(6)) * 1000000 AS SIGNED));
+CREATE TRIGGER `grupos_nuevo` AFTER INSERT ON `grupos` FOR EACH ROW
+  UPDATE `configuracion` SET revision = revision + 1;
+CREATE TRIGGER `grupos_revisado` AFTER UPDATE ON `grupos` FOR EACH ROW
+  UPDATE `configuracion` SET revision = revision + 1;
+CREATE TRIGGER `grupos_borrado` AFTER DELETE ON `grupos` FOR EACH ROW
+  UPDATE `configuracion` SET revision = revision + 1;
