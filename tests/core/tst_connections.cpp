@@ -25,8 +25,8 @@ private slots:
 
     void connectionTexts() {
         Config c;
-        c.servidor = {"central.red", "hipico", "s3creta", "hipico", 3306};
-        c.hipicos = {"hipicos.red", "lector", "clave2", "hipicos", 3306};
+        c.servidor = {"central.red", "hipico", "s3creta", "hipico", 3306, {}};
+        c.hipicos = {"hipicos.red", "lector", "clave2", "hipicos", 3306, {}};
         QCOMPARE(cadenaServidor(c),
                  QString("DRIVER={MariaDB ODBC 3.2 Driver};TCPIP=1;SERVER=central.red;UID=hipico;PWD=s3creta;"
                          "DATABASE=hipico;PORT=3306;CHARSET=utf8mb4;"));

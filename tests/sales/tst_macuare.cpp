@@ -282,7 +282,7 @@ private slots:
                               "            GRACIAS POR JUGAR!            ", QString(40, '*')}));
         QCOMPARE(reciboMacuare(DatosCobro{}, true).lineas.first(), QString("           COBRO DE JUGADA MACUARE"));
         const Impreso t = ticketMacuare(env->ctx, BoletoMacuareVendido{1, "51123100", {1, 2, 3, 4, 5, 6, 7}, 10, 1, "A",
-                                                                        "2026-11-23", "10:00:00"},
+                                                                        "2026-11-23", "10:00:00", {}},
                                         3, true);
         QCOMPARE(t.lineas.first(), QString("              VENTA MACUARE"));
         QVERIFY(t.lineas.contains("MONTO JUGADO: Bs. 10,00"));

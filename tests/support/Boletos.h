@@ -65,7 +65,17 @@ inline BoletoDePrueba venderBoleto(Db& db, const QDate& dia, long long carrera, 
 inline BoletoDePrueba venderTablas(Db& db, const QDate& dia, long long carrera, long long caballo, double tablas,
                                    double monto, const QString& grupo, const QString& ch, int estatus = 0,
                                    double cobrado = 0) {
-    BoletoTablaFija b{carrera, caballo, tablas, monto, ch, grupo, "10:00:00", fechaSql(dia), cobrado, estatus};
+    BoletoTablaFija b;
+    b.carrera = carrera;
+    b.caballo = caballo;
+    b.tablas = tablas;
+    b.monto = monto;
+    b.ch = ch;
+    b.grupo = grupo;
+    b.hora = QStringLiteral("10:00:00");
+    b.fecha = fechaSql(dia);
+    b.cobrado = cobrado;
+    b.estatus = estatus;
     const long long numero = insertar(db, b.insercion());
     const QString codigo = codigoBoleto("2", dia, numero);
     db.exec("update tablafija set nu_boleto=? Where numero = ? limit 1", {codigo, numero});
