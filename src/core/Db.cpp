@@ -359,16 +359,25 @@ bool fetchBlocks(SQLHSTMT h, SQLLEN filas, const std::vector<SQLSMALLINT>& kinds
 template <class F>
 auto Db::withConnection(const std::string& sql, F&& work) -> decltype(work()) {
     ensureOpen();
-    try {
-        return work();
-    } catch (const DbError& e) {
-        if (!e.isConnectionLost()) throw;
-        broken_ = true;
-        // Outside a transaction a read is run again on a fresh connection;
-        // a write may have reached the server, so it is not repeated here.
-        if (inTransaction_ || !isRead(sql)) throw;
-        reconnect();
-        return work();
+    const Reloj::time_point inicio = Reloj::now();
+    for (int attempt = 1;; ++attempt) {
+        try {
+            return work();
+        } catch (const DbError& e) {
+            // A statement run alone (no transaction open) that a cluster
+            // aborted for another node's write, a read of the schema while a
+            // table's change replicates among them, was undone whole by the
+            // server: it is run again. Inside a transaction the whole
+            // transaction runs again (inTransaction).
+            if (!inTransaction_ && pausaTrasConflicto(e, attempt, inicio)) continue;
+            if (!e.isConnectionLost()) throw;
+            broken_ = true;
+            // Outside a transaction a read is run again on a fresh connection;
+            // a write may have reached the server, so it is not repeated here.
+            if (inTransaction_ || !isRead(sql)) throw;
+            reconnect();
+            return work();
+        }
     }
 }
 
@@ -533,25 +542,33 @@ void Db::rollback() {
     }
 }
 
-bool Db::shouldRetry(const DbError& e, int attempt) const {
-    if (e.outcomeUnknown()) return false;
-    // A deadlock (on a cluster also a conflict found at commit) undoes the
-    // whole transaction: run it again from the start, a few times. A cluster
-    // node that aborts a transaction for another node's commit while the
-    // statement is reading a table's triggers may report their body as
-    // broken (errors 1710 and 1711): the transaction is undone all the same.
+bool Db::pausaTrasConflicto(const DbError& e, int attempt, Reloj::time_point inicio) {
+    // A deadlock (on a cluster also a conflict found at commit, or a
+    // statement aborted for another node's write) undoes the whole
+    // transaction, or the statement run alone. A cluster node that aborts a
+    // transaction while its statement is reading a table's triggers may
+    // report their body as broken (errors 1710 and 1711): it is undone all
+    // the same.
     const bool cuerpoRoto = e.nativeCode() == 1710 || e.nativeCode() == 1711 ||
                             std::strstr(e.what(), "has an error in its body") != nullptr;
-    if (e.isDeadlock() || cuerpoRoto) {
-        if (attempt >= kDeadlockAttempts) return false;
-        // The rival transactions usually run again at once too: a random
-        // pause, its ceiling doubling with each attempt (up to 0.1 s), lets
-        // them through one after another, also several booths on the rows
-        // of one horse from the nodes of a cluster.
-        const int techo = std::min(100, 1 << std::min(attempt, 7));
-        std::this_thread::sleep_for(std::chrono::milliseconds(1 + QRandomGenerator::global()->bounded(techo)));
-        return true;
-    }
+    if (!e.isDeadlock() && !cuerpoRoto) return false;
+    const auto limite = inicio + std::chrono::seconds(kConflictSeconds);
+    const auto ahora = Reloj::now();
+    if (ahora >= limite) return false;
+    // The rival transactions usually run again at once too: a random pause,
+    // its ceiling doubling with each attempt (up to 0.1 s), lets them
+    // through one after another, also several booths on the rows of one
+    // horse from the nodes of a cluster.
+    const int techo = std::min(100, 1 << std::min(attempt, 7));
+    const auto pausa = std::chrono::milliseconds(1 + QRandomGenerator::global()->bounded(techo));
+    std::this_thread::sleep_for(std::min<Reloj::duration>(pausa, limite - ahora));
+    return true;
+}
+
+bool Db::shouldRetry(const DbError& e, int attempt, Reloj::time_point inicio) const {
+    if (e.outcomeUnknown()) return false;
+    // Run again from the start while the time for conflicts lasts.
+    if (pausaTrasConflicto(e, attempt, inicio)) return true;
     // A connection lost before the commit was sent: the server rolled the
     // transaction back, nothing of it was written; run it once more on a
     // fresh connection.

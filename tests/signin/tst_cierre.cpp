@@ -332,8 +332,6 @@ private slots:
     }
 
     void aServerKilledDuringTheCloseLeavesTheDayOpen() {
-        if (!qEnvironmentVariableIsEmpty("HIPICO_DB_PORTS"))
-            QSKIP("a server of its own is killed; on a cluster tst_nodos kills a node");
         ServidorPrivado servidor("cierre", 51);
         QVERIFY(servidor.arrancar());
         const Config c = servidor.config("t_cierre_propio");
