@@ -250,6 +250,30 @@ void Db::run(Statement& st, const std::string& sql, const Params& bound) {
         discard(sql);
         throw e;
     }
+    noDeshecha(rc, st, sql);
+}
+
+void Db::noDeshecha(short rc, Statement& st, const std::string& sql) {
+    if (rc != SQL_SUCCESS_WITH_INFO || !deshecha(st.handle)) return;
+    discard(sql);
+    throw DbError("la transacción fue deshecha en el servidor [" + sql + "]", "40001", 1213);
+}
+
+// A statement that ran with a note of a deadlock: the server undid the
+// transaction around it (a cluster node may abort it for another node's
+// write while the statement still ends): the transaction is over and must
+// run again, never go on statement by statement.
+bool Db::deshecha(void* handle) {
+    for (SQLSMALLINT i = 1;; ++i) {
+        SQLCHAR state[SQL_SQLSTATE_SIZE + 1] = {0};
+        SQLINTEGER native = 0;
+        SQLCHAR message[SQL_MAX_MESSAGE_LENGTH + 1] = {0};
+        SQLSMALLINT length = 0;
+        if (!SQL_SUCCEEDED(SQLGetDiagRecA(SQL_HANDLE_STMT, static_cast<SQLHSTMT>(handle), i, state, &native, message,
+                                          sizeof message, &length)))
+            return false;
+        if (native == 1213 || std::strcmp(reinterpret_cast<const char*>(state), "40001") == 0) return true;
+    }
 }
 
 void Db::discard(const std::string& sql) {
@@ -460,6 +484,7 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
         SQLRETURN rc = SQLFetch(st.handle);
         if (rc == SQL_NO_DATA) break;
         if (!SQL_SUCCEEDED(rc)) throw fail();
+        noDeshecha(rc, st, text);
         QVector<QVariant> values(count);
         for (SQLSMALLINT c = 0; c < count; ++c) {
             const auto n = static_cast<SQLUSMALLINT>(c + 1);

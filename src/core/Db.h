@@ -132,6 +132,8 @@ private:
     Statement& statement(const std::string& sql, bool cacheable);
     void run(Statement& st, const std::string& sql, const Params& params);
     void discard(const std::string& sql);
+    static bool deshecha(void* handle);
+    void noDeshecha(short rc, Statement& st, const std::string& sql);
 
     QString connectionString_;
     QStringList alternates_;

@@ -56,9 +56,14 @@ bool cadenaConocida(const QString& cadena) {
     return false;
 }
 
+// Written only while the transaction is still open on the server: a cluster
+// node that undid the transaction without telling the statement it was
+// running (the operation's first part gone, the rest run one by one) leaves
+// the row unwritten, and the operation runs again as after any conflict.
 const char* const kAnotar =
     "INSERT INTO diario (cadena, orden, momento, usuario, maquina, operacion, tabla, codigo, grupo, fecha, carrera, "
-    "unidades, monto, previo, huella) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
+    "unidades, monto, previo, huella) SELECT ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ? FROM DUAL "
+    "WHERE @@in_transaction = 1";
 
 }  // namespace
 
@@ -82,8 +87,11 @@ void anotar(Db& db, const AsientoDiario& a) {
     const Recordset cola = db.query(kCola, {f.cadena});
     f.orden = cola.empty() ? 1 : cola.first().integer("orden") + 1;
     f.previo = cola.empty() ? kOrigen : cola.first().text("huella");
-    db.exec(kAnotar, {f.cadena, f.orden, f.momento, f.usuario, f.maquina, a.operacion, a.tabla, a.codigo, a.grupo,
-                      a.fecha, a.carrera, cifra(a.unidades), cifra(a.monto), f.previo, huella(f)});
+    const long long escritas =
+        db.exec(kAnotar, {f.cadena, f.orden, f.momento, f.usuario, f.maquina, a.operacion, a.tabla, a.codigo, a.grupo,
+                          a.fecha, a.carrera, cifra(a.unidades), cifra(a.monto), f.previo, huella(f)});
+    if (escritas != 1)
+        throw DbError("la transacción ya no estaba abierta en el servidor al anotar en el diario", "40001", 1213);
 }
 
 void anotarPremios(Db& db, const QString& fecha, long long carrera, const QString& grupo) {

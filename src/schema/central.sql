@@ -1040,6 +1040,10 @@ CREATE TRIGGER `ma_principal_retirado` AFTER DELETE ON `ma_principal` FOR EACH R
 -- and the close of its race (which writes the same row) always conflict,
 -- also when they run on two nodes of a cluster.
 ALTER TABLE `carreras` ADD COLUMN `boletos` INT NOT NULL DEFAULT 0;
+-- The same for fixed-table tickets: two sales of one horse on two nodes
+-- write the row, so the second one runs again and sees the first's tables
+-- against the quota; the fixed table's close writes it too.
+ALTER TABLE `carreras` ADD COLUMN `boletos_tf` INT NOT NULL DEFAULT 0;
 
 -- A race's due tickets (winners and refunds) per group, read whole by the
 -- index: what the money journal records after every change of payouts.
