@@ -140,6 +140,9 @@ void Db::openSession() {
     // wherever it was written); a single server ignores the setting.
     execute("SET SESSION innodb_lock_wait_timeout = " + std::to_string(kLockWaitSeconds) + ", wsrep_sync_wait = 1",
             {});
+    // No such variable (a server without cluster support): no row.
+    const Recordset wsrep = fetch("SHOW SESSION VARIABLES LIKE 'wsrep_on'", {});
+    enCluster_ = !wsrep.empty() && Row::toText(wsrep.first().at(1)).compare(QLatin1String("ON"), Qt::CaseInsensitive) == 0;
 }
 
 void Db::reconnect() {
@@ -422,7 +425,19 @@ long long Db::execute(const std::string& text, const Params& params) {
 
 Recordset Db::query(std::string_view sql, const Params& params) {
     const std::string text(sql);
-    return withConnection(text, [&] { return fetch(text, params); });
+    Recordset rs = withConnection(text, [&] { return fetch(text, params); });
+    // On a cluster a node once undid the transaction around a read that
+    // still ended well, and the statements after it ran one by one, each on
+    // its own (a ticket or a client's debit kept without the checks made
+    // under the transaction's locks). A read inside a transaction is
+    // followed there by a look at whether the transaction is still open;
+    // if not, it runs again from the start as after any conflict.
+    if (enCluster_ && inTransaction_) {
+        const Recordset abierta = fetch("SELECT @@in_transaction", {});
+        if (abierta.empty() || Row::toInteger(abierta.first().at(0)) != 1)
+            throw DbError("la transacción fue deshecha en el servidor [" + text + "]", "40001", 1213);
+    }
+    return rs;
 }
 
 Recordset Db::fetch(const std::string& text, const Params& params) {

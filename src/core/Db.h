@@ -142,6 +142,9 @@ private:
     void* hdbc_ = nullptr;
     bool inTransaction_ = false;
     bool broken_ = false;
+    // A node of a cluster (wsrep on): reads inside a transaction are
+    // followed by a check that the transaction is still open.
+    bool enCluster_ = false;
     int reconnections_ = 0;
     // Statements prepared once and run again with new values (the hot paths
     // of the booth repeat the same few statements all day).
