@@ -140,6 +140,9 @@ void Db::openSession() {
     // wherever it was written); a single server ignores the setting.
     execute("SET SESSION innodb_lock_wait_timeout = " + std::to_string(kLockWaitSeconds) + ", wsrep_sync_wait = 1",
             {});
+    // No such variable (a server without cluster support): no row.
+    const Recordset wsrep = fetch("SHOW SESSION VARIABLES LIKE 'wsrep_on'", {});
+    enCluster_ = !wsrep.empty() && Row::toText(wsrep.first().at(1)).compare(QLatin1String("ON"), Qt::CaseInsensitive) == 0;
 }
 
 void Db::reconnect() {
@@ -251,6 +254,30 @@ void Db::run(Statement& st, const std::string& sql, const Params& bound) {
         discard(sql);
         throw e;
     }
+    noDeshecha(rc, st, sql);
+}
+
+void Db::noDeshecha(short rc, Statement& st, const std::string& sql) {
+    if (rc != SQL_SUCCESS_WITH_INFO || !deshecha(st.handle)) return;
+    discard(sql);
+    throw DbError("la transacción fue deshecha en el servidor [" + sql + "]", "40001", 1213);
+}
+
+// A statement that ran with a note of a deadlock: the server undid the
+// transaction around it (a cluster node may abort it for another node's
+// write while the statement still ends): the transaction is over and must
+// run again, never go on statement by statement.
+bool Db::deshecha(void* handle) {
+    for (SQLSMALLINT i = 1;; ++i) {
+        SQLCHAR state[SQL_SQLSTATE_SIZE + 1] = {0};
+        SQLINTEGER native = 0;
+        SQLCHAR message[SQL_MAX_MESSAGE_LENGTH + 1] = {0};
+        SQLSMALLINT length = 0;
+        if (!SQL_SUCCEEDED(SQLGetDiagRecA(SQL_HANDLE_STMT, static_cast<SQLHSTMT>(handle), i, state, &native, message,
+                                          sizeof message, &length)))
+            return false;
+        if (native == 1213 || std::strcmp(reinterpret_cast<const char*>(state), "40001") == 0) return true;
+    }
 }
 
 void Db::discard(const std::string& sql) {
@@ -360,16 +387,25 @@ bool fetchBlocks(SQLHSTMT h, SQLLEN filas, const std::vector<SQLSMALLINT>& kinds
 template <class F>
 auto Db::withConnection(const std::string& sql, F&& work) -> decltype(work()) {
     ensureOpen();
-    try {
-        return work();
-    } catch (const DbError& e) {
-        if (!e.isConnectionLost()) throw;
-        broken_ = true;
-        // Outside a transaction a read is run again on a fresh connection;
-        // a write may have reached the server, so it is not repeated here.
-        if (inTransaction_ || !isRead(sql)) throw;
-        reconnect();
-        return work();
+    const Reloj::time_point inicio = Reloj::now();
+    for (int attempt = 1;; ++attempt) {
+        try {
+            return work();
+        } catch (const DbError& e) {
+            // A statement run alone (no transaction open) that a cluster
+            // aborted for another node's write, a read of the schema while a
+            // table's change replicates among them, was undone whole by the
+            // server: it is run again. Inside a transaction the whole
+            // transaction runs again (inTransaction).
+            if (!inTransaction_ && pausaTrasConflicto(e, attempt, inicio)) continue;
+            if (!e.isConnectionLost()) throw;
+            broken_ = true;
+            // Outside a transaction a read is run again on a fresh connection;
+            // a write may have reached the server, so it is not repeated here.
+            if (inTransaction_ || !isRead(sql)) throw;
+            reconnect();
+            return work();
+        }
     }
 }
 
@@ -390,7 +426,19 @@ long long Db::execute(const std::string& text, const Params& params) {
 
 Recordset Db::query(std::string_view sql, const Params& params) {
     const std::string text(sql);
-    return withConnection(text, [&] { return fetch(text, params); });
+    Recordset rs = withConnection(text, [&] { return fetch(text, params); });
+    // On a cluster a node once undid the transaction around a read that
+    // still ended well, and the statements after it ran one by one, each on
+    // its own (a ticket or a client's debit kept without the checks made
+    // under the transaction's locks). A read inside a transaction is
+    // followed there by a look at whether the transaction is still open;
+    // if not, it runs again from the start as after any conflict.
+    if (enCluster_ && inTransaction_) {
+        const Recordset abierta = fetch("SELECT @@in_transaction", {});
+        if (abierta.empty() || Row::toInteger(abierta.first().at(0)) != 1)
+            throw DbError("la transacción fue deshecha en el servidor [" + text + "]", "40001", 1213);
+    }
+    return rs;
 }
 
 Recordset Db::fetch(const std::string& text, const Params& params) {
@@ -452,6 +500,7 @@ Recordset Db::fetch(const std::string& text, const Params& params) {
         SQLRETURN rc = SQLFetch(st.handle);
         if (rc == SQL_NO_DATA) break;
         if (!SQL_SUCCEEDED(rc)) throw fail();
+        noDeshecha(rc, st, text);
         QVector<QVariant> values(count);
         for (SQLSMALLINT c = 0; c < count; ++c) {
             const auto n = static_cast<SQLUSMALLINT>(c + 1);
@@ -536,25 +585,33 @@ void Db::rollback() {
     }
 }
 
-bool Db::shouldRetry(const DbError& e, int attempt) const {
-    if (e.outcomeUnknown()) return false;
-    // A deadlock (on a cluster also a conflict found at commit) undoes the
-    // whole transaction: run it again from the start, a few times. A cluster
-    // node that aborts a transaction for another node's commit while the
-    // statement is reading a table's triggers may report their body as
-    // broken (errors 1710 and 1711): the transaction is undone all the same.
+bool Db::pausaTrasConflicto(const DbError& e, int attempt, Reloj::time_point inicio) {
+    // A deadlock (on a cluster also a conflict found at commit, or a
+    // statement aborted for another node's write) undoes the whole
+    // transaction, or the statement run alone. A cluster node that aborts a
+    // transaction while its statement is reading a table's triggers may
+    // report their body as broken (errors 1710 and 1711): it is undone all
+    // the same.
     const bool cuerpoRoto = e.nativeCode() == 1710 || e.nativeCode() == 1711 ||
                             std::strstr(e.what(), "has an error in its body") != nullptr;
-    if (e.isDeadlock() || cuerpoRoto) {
-        if (attempt >= kDeadlockAttempts) return false;
-        // The rival transactions usually run again at once too: a random
-        // pause, its ceiling doubling with each attempt (up to 0.1 s), lets
-        // them through one after another, also several booths on the rows
-        // of one horse from the nodes of a cluster.
-        const int techo = std::min(100, 1 << std::min(attempt, 7));
-        std::this_thread::sleep_for(std::chrono::milliseconds(1 + QRandomGenerator::global()->bounded(techo)));
-        return true;
-    }
+    if (!e.isDeadlock() && !cuerpoRoto) return false;
+    const auto limite = inicio + std::chrono::seconds(kConflictSeconds);
+    const auto ahora = Reloj::now();
+    if (ahora >= limite) return false;
+    // The rival transactions usually run again at once too: a random pause,
+    // its ceiling doubling with each attempt (up to 0.1 s), lets them
+    // through one after another, also several booths on the rows of one
+    // horse from the nodes of a cluster.
+    const int techo = std::min(100, 1 << std::min(attempt, 7));
+    const auto pausa = std::chrono::milliseconds(1 + QRandomGenerator::global()->bounded(techo));
+    std::this_thread::sleep_for(std::min<Reloj::duration>(pausa, limite - ahora));
+    return true;
+}
+
+bool Db::shouldRetry(const DbError& e, int attempt, Reloj::time_point inicio) const {
+    if (e.outcomeUnknown()) return false;
+    // Run again from the start while the time for conflicts lasts.
+    if (pausaTrasConflicto(e, attempt, inicio)) return true;
     // A connection lost before the commit was sent: the server rolled the
     // transaction back, nothing of it was written; run it once more on a
     // fresh connection.

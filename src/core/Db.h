@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <chrono>
 #include <functional>
 #include <list>
 #include <memory>
@@ -73,7 +74,8 @@ public:
     // already open. fn may run more than once, so it only works on the
     // database and its own locals:
     // - a deadlock chosen by the server (or a conflict a cluster finds at
-    //   commit) runs it again, up to six times in all;
+    //   commit) runs it again, after a random pause, for up to
+    //   kConflictSeconds from the first start;
     // - a connection lost before the commit reopens the connection and runs
     //   it once more (the server rolled the first run back);
     // - a connection lost during the commit is reported as a DbError whose
@@ -87,8 +89,10 @@ public:
     static constexpr int kReadSeconds = 30;
     static constexpr int kConnectSeconds = 5;
     // On a cluster a conflict with another node's commit is a deadlock too;
-    // booths of several nodes on one horse's rows take turns by it.
-    static constexpr int kDeadlockAttempts = 12;
+    // booths of several nodes on one horse's rows take turns by it, as many
+    // times as fit in this time (a count would give up under heavy conflict
+    // while the cluster is up and selling).
+    static constexpr int kConflictSeconds = 8;
     static constexpr const char* kOutcomeUnknown = "08007";
 
     // How many times this connection was reopened after a loss.
@@ -127,7 +131,9 @@ private:
     std::string driverString() const;
     void connect();
     void ensureOpen();
-    bool shouldRetry(const DbError& e, int attempt) const;
+    using Reloj = std::chrono::steady_clock;
+    bool shouldRetry(const DbError& e, int attempt, Reloj::time_point inicio) const;
+    static bool pausaTrasConflicto(const DbError& e, int attempt, Reloj::time_point inicio);
     template <class F>
     auto withConnection(const std::string& sql, F&& work) -> decltype(work());
     long long execute(const std::string& sql, const Params& params);
@@ -137,6 +143,8 @@ private:
     Statement& statement(const std::string& sql, bool cacheable);
     void run(Statement& st, const std::string& sql, const Params& params);
     void discard(const std::string& sql);
+    static bool deshecha(void* handle);
+    void noDeshecha(short rc, Statement& st, const std::string& sql);
 
     QString connectionString_;
     QStringList alternates_;
@@ -146,6 +154,9 @@ private:
     void* hdbc_ = nullptr;
     bool inTransaction_ = false;
     bool broken_ = false;
+    // A node of a cluster (wsrep on): reads inside a transaction are
+    // followed by a check that the transaction is still open.
+    bool enCluster_ = false;
     int reconnections_ = 0;
     // Statements prepared once and run again with new values (the hot paths
     // of the booth repeat the same few statements all day).
@@ -158,6 +169,7 @@ template <class F>
 auto Db::inTransaction(F&& fn) -> decltype(fn()) {
     // Already inside one: the work joins it and commits or rolls back with it.
     if (inTransaction_) return fn();
+    const Reloj::time_point inicio = Reloj::now();
     for (int attempt = 1;; ++attempt) {
         begin();
         try {
@@ -172,7 +184,7 @@ auto Db::inTransaction(F&& fn) -> decltype(fn()) {
             }
         } catch (const DbError& e) {
             if (inTransaction_) rollback();
-            if (shouldRetry(e, attempt)) continue;
+            if (shouldRetry(e, attempt, inicio)) continue;
             throw;
         } catch (...) {
             if (inTransaction_) rollback();

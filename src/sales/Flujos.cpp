@@ -13,6 +13,7 @@
 
 #include <QUuid>
 #include <cmath>
+#include <cstring>
 #include <variant>
 
 namespace hipico {
@@ -104,7 +105,12 @@ Venta vender(Context& ctx, const QString& ventana, const Juego& juego, Jugada& j
             return v;
         });
     } catch (const DbError& e) {
-        if (!e.isConnectionLost() || !jugada.incierta) throw;
+        // Cut off with its outcome unknown, or run again and its token is
+        // already there (a cluster node undid the transaction around an
+        // earlier run's insert, which the server kept on its own): the
+        // token tells what was sold.
+        const bool fichaRepetida = e.nativeCode() == 1062 && std::strstr(e.what(), "_ficha'") != nullptr;
+        if ((!e.isConnectionLost() && !fichaRepetida) || !jugada.incierta) throw;
         registrarError(ctx, ventana, e);
         return resolverVenta(ctx, juego, jugada, impresora, true);
     }

@@ -589,7 +589,9 @@ CREATE TABLE `caballos_ganadores` (
 
 -- Auction board: one row per horse per race per date per centre. Inserted
 -- positionally with the 30 values of the board (NULL, date, race, horse
--- name, horse number, then the board's zeros, centre and percentage).
+-- name, horse number, then the board's zeros, centre and percentage). The
+-- unique key makes two machines that create one board at the same time (on
+-- two nodes of a cluster) collide, so the second one finds the first's rows.
 CREATE TABLE `carreras_remate` (
   `id_carrera` INT NOT NULL AUTO_INCREMENT,
   `fecha` VARCHAR(10) NOT NULL DEFAULT '',
@@ -622,7 +624,7 @@ CREATE TABLE `carreras_remate` (
   `mesa5` VARCHAR(15) NOT NULL DEFAULT '',
   `tablazo` DOUBLE NOT NULL DEFAULT 0,
   PRIMARY KEY (`id_carrera`),
-  KEY `ix_carreras_remate_carrera` (`fecha`, `carrera`, `ch`)
+  UNIQUE KEY `ux_carreras_remate_caballo` (`fecha`, `carrera`, `ch`, `nu_caballo`)
 ) ENGINE=InnoDB DEFAULT CHARSET=utf8mb4;
 
 -- Dividend rule per centre and track (the per-track option) and the sale
@@ -1038,6 +1040,10 @@ CREATE TRIGGER `ma_principal_retirado` AFTER DELETE ON `ma_principal` FOR EACH R
 -- and the close of its race (which writes the same row) always conflict,
 -- also when they run on two nodes of a cluster.
 ALTER TABLE `carreras` ADD COLUMN `boletos` INT NOT NULL DEFAULT 0;
+-- The same for fixed-table tickets: two sales of one horse on two nodes
+-- write the row, so the second one runs again and sees the first's tables
+-- against the quota; the fixed table's close writes it too.
+ALTER TABLE `carreras` ADD COLUMN `boletos_tf` INT NOT NULL DEFAULT 0;
 
 -- A race's due tickets (winners and refunds) per group, read whole by the
 -- index: what the money journal records after every change of payouts.

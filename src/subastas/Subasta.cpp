@@ -11,6 +11,7 @@
 #include "schema/Escritores.h"
 #include "subastas/ImpresosSubasta.h"
 
+#include <QSet>
 #include <stdexcept>
 
 namespace hipico {
@@ -126,7 +127,9 @@ void Subasta::crearFilas(Db& db, long long idHipodromo) {
     const QString& ch = ctx_.session.ch;
     db.inTransaction([&] {
         // Two boards loading the same race wait for each other on the race's
-        // horses; the second one finds the rows the first one created.
+        // horses; the second one finds the rows the first one created. On two
+        // nodes of a cluster the locks do not meet: the board's unique key
+        // (race, centre, horse number) does, and the second one runs again.
         const Recordset caballos = db.query("select * from carreras where carrera = ? and fecha = ? and "
                                             "id_hipodromo = ? order by id_carrera FOR UPDATE",
                                             {carrera_, fecha_, idHipodromo});
@@ -135,10 +138,16 @@ void Subasta::crearFilas(Db& db, long long idHipodromo) {
             {carrera_, fecha_, ch}));
         if (hay > 0 || caballos.empty()) return;
         std::vector<Insercion> filas;
-        for (const Row& c : caballos)
+        QSet<long long> numeros;
+        for (const Row& c : caballos) {
+            // One line per horse number: a number entered twice on the card
+            // gets the line of its first entry.
+            if (numeros.contains(c.integer("nu_caballo"))) continue;
+            numeros.insert(c.integer("nu_caballo"));
             filas.push_back(FilaRemate{fecha_, carrera_, c.text("caballo"), c.integer("nu_caballo"),
                                        static_cast<int>(c.integer("retirado")), ch, porcentaje_}
                                 .insercion());
+        }
         insertarFilas(db, filas);
     });
 }

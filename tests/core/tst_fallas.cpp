@@ -91,7 +91,8 @@ private slots:
 
     void aLockIsWaitedForABoundedTime() {
         auto a = env->connect();
-        auto b = env->connect();
+        // On the same server: a cluster node's row locks hold on that node only.
+        auto b = Db::open(a->connectionString());
         a->exec("INSERT INTO notas (id, t) VALUES (1, 'bloqueada')");
         a->begin();
         a->query("SELECT * FROM notas WHERE id = 1 FOR UPDATE");

@@ -110,8 +110,6 @@ private slots:
     void initTestCase() { env = entorno("caida", carpeta.path()); }
 
     void boothsOutliveAServerKilled() {
-        if (!qEnvironmentVariableIsEmpty("HIPICO_DB_PORTS"))
-            QSKIP("a server of its own is killed; on a cluster tst_nodos kills a node");
         // The session of a booth signed in (the demo day), used on the test's own server.
         env->loadDemo();
         entrar(*env, "taquilla1");

@@ -332,8 +332,6 @@ private slots:
     }
 
     void aServerKilledDuringTheCloseLeavesTheDayOpen() {
-        if (!qEnvironmentVariableIsEmpty("HIPICO_DB_PORTS"))
-            QSKIP("a server of its own is killed; on a cluster tst_nodos kills a node");
         ServidorPrivado servidor("cierre", 51);
         QVERIFY(servidor.arrancar());
         const Config c = servidor.config("t_cierre_propio");
@@ -399,11 +397,16 @@ private slots:
         fin = true;
         for (auto& h : hilos) h.join();
         // Every ticket sold is in the day and in the copy; none after the close.
-        QCOMPARE(vendidos.load(), alCerrar);
-        QCOMPARE(numberOf(db(), "SELECT count(*) FROM ma_principal WHERE fecha=?", {hoy}), double(alCerrar));
-        QCOMPARE(numberOf(db(), "SELECT count(*) FROM ventas_ganadores WHERE fecha=?", {hoy}), double(alCerrar));
+        // On one server the close waited for the sales in flight, so none was
+        // told after it; on a cluster the close runs on another node and a
+        // sale committed before it may hear so a moment after it: the copy
+        // tells (a ticket committed after the close would not be in it).
+        if (qEnvironmentVariableIsEmpty("HIPICO_DB_PORTS")) QCOMPARE(vendidos.load(), alCerrar);
+        const int total = vendidos;
+        QCOMPARE(numberOf(db(), "SELECT count(*) FROM ma_principal WHERE fecha=?", {hoy}), double(total));
+        QCOMPARE(numberOf(db(), "SELECT count(*) FROM ventas_ganadores WHERE fecha=?", {hoy}), double(total));
         QCOMPARE(numberOf(db(), "SELECT venta FROM ventas_ganadores_general WHERE grupo='07' AND fecha=?", {hoy}),
-                 alCerrar * 10.0);
+                 total * 10.0);
     }
 
     void afterTheCloseTheOldDayStillPaysAndTheNextDaySells() {

@@ -513,7 +513,10 @@ private slots:
         ScriptedDialogs dialogos;
         dialogos.type(codigo).type("ANULADO");
         Context otro(env->config, dialogos, env->clock);
-        otro.cnServidor = env->connect();
+        // On the processing's server: the void waits for its locks there (on
+        // two cluster nodes the void would go first and the processing's
+        // commit would be the one run again).
+        otro.cnServidor = Db::open(proceso->connectionString());
         otro.session = env->ctx.session;
         MenuPrincipal logica(otro, completo);
         MenuPrincipal::Anulacion r = MenuPrincipal::Anulacion::Error;

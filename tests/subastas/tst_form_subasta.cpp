@@ -230,6 +230,9 @@ private slots:
         MenuDePrueba m(*env, "remate");
         Form_Subasta* w = abrirTablero(m, "Form_Subasta_2T");
         auto otra = env->connect();
+        // The other machine shows the board before it writes a cell (on a
+        // cluster its read waits until its node has the board's rows).
+        otra->query("select id_carrera from carreras_remate");
         otra->exec("update carreras_remate set tabla2 = 480, mesa2 = '33' where nu_caballo = 4");
         // A box being typed into keeps what is typed.
         auto* escribiendo = hijo<QLineEdit>(w, celda("tabla", 0, 0));

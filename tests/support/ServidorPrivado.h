@@ -54,6 +54,9 @@ private:
         env.insert("HIPICO_DB_DIR", carpeta_);
         env.insert("HIPICO_DB_PORT", QString::number(puerto_));
         env.insert("HIPICO_DB_FAST", "1");
+        // A plain server of its own also while the suite runs on a cluster
+        // (whose nodes scripts/dbserver would otherwise take as the server).
+        env.remove("HIPICO_DB_PORTS");
         p.setProcessEnvironment(env);
         p.start(qEnvironmentVariable("HIPICO_SOURCE_DIR") + "/scripts/dbserver", {QString::fromLatin1(orden)});
         return p.waitForFinished(60000) && p.exitCode() == 0;
