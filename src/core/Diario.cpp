@@ -62,14 +62,12 @@ bool cadenaConocida(const QString& cadena) {
 constexpr long kNoSigue = 1644;
 constexpr long kRepetida = 1062;
 
-// Written only while the transaction is still open on the server: a cluster
-// node that undid the transaction without telling the statement it was
-// running (the operation's first part gone, the rest run one by one) leaves
-// the row unwritten, and the operation runs again as after any conflict.
+// The server's trigger refuses a row written outside an open transaction
+// as a deadlock (a cluster node that undid the transaction without telling
+// the statement it was running): the operation runs again whole.
 const char* const kAnotar =
     "INSERT INTO diario (cadena, orden, momento, usuario, maquina, operacion, tabla, codigo, grupo, fecha, carrera, "
-    "unidades, monto, previo, huella) SELECT ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ? FROM DUAL "
-    "WHERE @@in_transaction = 1";
+    "unidades, monto, previo, huella) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
 
 }  // namespace
 
@@ -87,16 +85,13 @@ namespace {
 bool escribir(Db& db, Fila& f, bool rechazable) {
     const QString h = huella(f);
     const AsientoDiario& a = f.a;
-    long long escritas = 0;
     try {
-        escritas = db.exec(kAnotar, {f.cadena, f.orden, f.momento, f.usuario, f.maquina, a.operacion, a.tabla, a.codigo,
-                                     a.grupo, a.fecha, a.carrera, cifra(a.unidades), cifra(a.monto), f.previo, h});
+        db.exec(kAnotar, {f.cadena, f.orden, f.momento, f.usuario, f.maquina, a.operacion, a.tabla, a.codigo, a.grupo,
+                          a.fecha, a.carrera, cifra(a.unidades), cifra(a.monto), f.previo, h});
     } catch (const DbError& e) {
         if (!rechazable || (e.nativeCode() != kNoSigue && e.nativeCode() != kRepetida)) throw;
         return false;
     }
-    if (escritas != 1)
-        throw DbError("la transacción ya no estaba abierta en el servidor al anotar en el diario", "40001", 1213);
     db.finCadena() = Db::FinCadena{f.cadena, f.orden, h};
     return true;
 }

@@ -1044,6 +1044,9 @@ ALTER TABLE `carreras` ADD COLUMN `boletos` INT NOT NULL DEFAULT 0;
 -- write the row, so the second one runs again and sees the first's tables
 -- against the quota; the fixed table's close writes it too.
 ALTER TABLE `carreras` ADD COLUMN `boletos_tf` INT NOT NULL DEFAULT 0;
+-- The same for Macuare tickets, on the row of the first leg's horse: a sale
+-- and the Macuare close (which writes every leg's rows) conflict on it.
+ALTER TABLE `carreras` ADD COLUMN `boletos_mc` INT NOT NULL DEFAULT 0;
 
 -- A race's due tickets (winners and refunds) per group, read whole by the
 -- index: what the money journal records after every change of payouts.
@@ -1114,6 +1117,14 @@ CREATE TABLE `diario_cola` (
 DELIMITER $$
 CREATE TRIGGER `diario_anotado` AFTER INSERT ON `diario` FOR EACH ROW
 BEGIN
+  -- Only inside an open transaction: a cluster node that undid the
+  -- transaction without failing the statement it was running leaves the
+  -- statements after it to run one by one; the row is refused as a
+  -- deadlock and the operation runs again whole.
+  IF @@in_transaction = 0 THEN
+    SIGNAL SQLSTATE '40001' SET MESSAGE_TEXT = 'la fila del diario se escribe dentro de una transaccion',
+      MYSQL_ERRNO = 1213;
+  END IF;
   UPDATE `diario_cola` SET orden = NEW.orden, huella = NEW.huella
   WHERE cadena = NEW.cadena AND orden = NEW.orden - 1 AND huella = NEW.previo;
   IF ROW_COUNT() = 0 THEN

@@ -159,11 +159,14 @@ private slots:
             db().exec("UPDATE diario_cola c JOIN diario d ON d.cadena = c.cadena SET c.orden = 1, c.huella = d.huella "
                       "WHERE d.id = ?",
                       {ids[0]});
-            db().exec("INSERT INTO diario (cadena, orden, momento, usuario, maquina, operacion, tabla, codigo, grupo, "
-                      "fecha, carrera, unidades, monto, previo, huella) SELECT cadena, 2, momento, usuario, maquina, "
-                      "operacion, tabla, 'X', grupo, fecha, carrera, 1, 10, huella, REPEAT('0', 64) FROM diario "
-                      "WHERE id = ?",
-                      {ids[0]});
+            // In a transaction, as the server takes journal rows only so.
+            db().inTransaction([&] {
+                db().exec("INSERT INTO diario (cadena, orden, momento, usuario, maquina, operacion, tabla, codigo, "
+                          "grupo, fecha, carrera, unidades, monto, previo, huella) SELECT cadena, 2, momento, usuario, "
+                          "maquina, operacion, tabla, 'X', grupo, fecha, carrera, 1, 10, huella, REPEAT('0', 64) FROM "
+                          "diario WHERE id = ?",
+                          {ids[0]});
+            });
         } else {
             db().exec("SET @dos = ?, @ultima = ?", {ids[1], ids[3]});
             db().exec(cambio.toStdString());
