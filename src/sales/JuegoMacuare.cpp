@@ -54,6 +54,14 @@ const char* const kRegistrada =
     "update combinaciones_general set estatus=?, monto = monto + ? where combinacion=? and fecha = ?";
 const char* const kDesregistrar =
     "update combinaciones_general set monto = monto - ? where combinacion=? and fecha = ?";
+// The first leg's horse's race-card row counts the day's Macuare tickets on
+// it: the sale and a void write it, and so does the Macuare close, so on a
+// cluster a sale or void and the close never both commit unseen by the other.
+const char* const kPrimeraPierna =
+    "SELECT venta_mc FROM carreras WHERE fecha = ? AND id_hipodromo = ? AND carrera = ? AND nu_caballo = ? FOR UPDATE";
+const char* const kContarEnCarrera =
+    "UPDATE carreras SET boletos_mc = boletos_mc + ? WHERE fecha = ? AND id_hipodromo = ? AND carrera = ? AND "
+    "nu_caballo = ?";
 const char* const kTotales =
     "SELECT count(*) AS cant_venta, COALESCE(sum(monto * veces), 0) AS venta, "
     "COALESCE(sum(IF(estatus=2 or estatus=3, cobrado, 0)), 0) AS monto_cobrado, "
@@ -71,6 +79,13 @@ Rechazo verifique(const QString& texto) {
     r.titulo = texto::TituloVerifiqueIntente;
     r.texto = texto;
     return r;
+}
+
+// The first leg's horse's race-card row, locked: whether it sells Macuare
+// (a horse that is not on the card is left to the runners' check).
+bool primeraAbierta(Db& db, const DiaMacuare& d, long long caballo) {
+    const Recordset rs = db.query(kPrimeraPierna, {d.fecha, d.hipodromo, d.carrera(0), caballo});
+    return rs.empty() || rs.first().integerOr("venta_mc") == 1;
 }
 
 Piernas piernasDe(const Row& r) {
@@ -95,16 +110,20 @@ const Juego& juegoMacuare() {
         [](const Row& b, const QString& motivo, const QString& usuario, Estatus estatus) {
             return anotacionMacuare(b, motivo, usuario, numeroDe(estatus));
         },
-        // A ticket is voided only while the Macuare sells (checked under the day's lock).
+        // A ticket is voided only while the Macuare sells (checked under the
+        // day's lock and its first leg's horse's row, which the void writes).
         [](Db& db, const Row& b) {
             db.query(kCompartirDia, {b.text("fecha")});
-            return !macuareAbierto(db, b.text("fecha"));
+            return !primeraAbierta(db, diaMacuare(db, b.text("fecha")), b.integer("v1")) ||
+                   !macuareAbierto(db, b.text("fecha"));
         },
         texto::CarreraCerradaSinCambios,
         {},
         // The combination's amount sold goes down by the ticket's.
         [](Db& db, const Row& b) {
             db.exec(kDesregistrar, {b.number("monto") * b.number("veces"), b.text("combinacion"), b.text("fecha")});
+            const DiaMacuare d = diaMacuare(db, b.text("fecha"));
+            db.exec(kContarEnCarrera, {-1, d.fecha, d.hipodromo, d.carrera(0), b.integer("v1")});
         },
         // devolucion: what it was sold for.
         [](Db&, const Row& b) { return b.number("monto") * b.number("veces"); },
@@ -198,10 +217,15 @@ void JugadaMacuare::preparar(Db& db) {
 void JugadaMacuare::bloquear(Db& db) {
     registrada_ = false;
     piernaMala_ = -1;
-    // The day's row, shared: then the combination's register row. Always in that order.
+    // The day's row, shared: then the combination's register row, then the
+    // first leg's horse's race-card row. Always in that order.
     db.query(kCompartirDia, {fecha_});
     db.exec(kBloquearCombinacion, {combinacion_, fecha_});
     registrada_ = Row::toInteger(db.scalar(kVendidas, {combinacion_, fecha_})) > 0;
+    // Its open flag is read under the row's lock (the latest, not the
+    // transaction's first view): the close writes the row, so on a cluster
+    // a close certified first sends this sale round again and it sees it.
+    primeraAbierta_ = primeraAbierta(db, dia_, v_[0]);
 }
 
 std::vector<Jugada::Chequeo> JugadaMacuare::chequeos() {
@@ -219,7 +243,7 @@ std::vector<Jugada::Chequeo> JugadaMacuare::chequeos() {
 }
 
 std::optional<Rechazo> JugadaMacuare::abierto() {
-    if (!dia_.existe || grupo_.integerOr("macuare") != 1 || !macuareAbierto(*db_, fecha_))
+    if (!dia_.existe || grupo_.integerOr("macuare") != 1 || !primeraAbierta_ || !macuareAbierto(*db_, fecha_))
         return verifique(texto::CarreraCerradaSinCambios);
     return std::nullopt;
 }
@@ -297,6 +321,7 @@ void JugadaMacuare::completar(Db& db, long long numero, const QString& codigo) {
     db.exec(kCodigo, {codigo, pedido_.nombre.trimmed(), ctx_.session.ch, numero});
     // The combination register: the first sale of the day added it, later ones mark it; each adds its amount.
     db.exec(kRegistrada, {registrada_ ? 1 : 0, monto_ * double(veces_), combinacion_, fecha_});
+    db.exec(kContarEnCarrera, {1, fecha_, dia_.hipodromo, dia_.carrera(0), v_[0]});
 }
 
 BoletoMacuareVendido JugadaMacuare::boleto(long long numero, const QString& codigo) const {

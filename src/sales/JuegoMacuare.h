@@ -105,6 +105,8 @@ private:
     double monto_ = 0;
     long long veces_ = 1;
     bool registrada_ = false;  // the combination was already sold today
+    // The first leg's horse's race-card row sells Macuare (read under its lock).
+    bool primeraAbierta_ = false;
     int piernaMala_ = -1;
 };
 

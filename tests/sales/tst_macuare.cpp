@@ -304,8 +304,29 @@ private slots:
         QVERIFY(!v.anularPorCodigo(a.codigo));
         QCOMPARE(env->dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDEN HACER CAMBIOS"));
         db().exec("UPDATE configuracion SET venta_macuare = 1");
+        // The first leg's horse's race-card row counts the tickets on it; the
+        // close writes that row, and a void (or sale) reads its open flag
+        // under the row's lock: closed there alone, nothing is voided or sold.
+        const auto primera = [&](const char* cambio) {
+            db().exec(std::string("UPDATE carreras SET ") + cambio +
+                          " WHERE fecha = ? AND id_hipodromo = 1 AND carrera = 1 AND nu_caballo = 1",
+                      {fecha});
+        };
+        const auto contados = [&] {
+            return numberOf(db(), "SELECT boletos_mc FROM carreras WHERE fecha = ? AND id_hipodromo = 1 AND carrera = 1 "
+                                  "AND nu_caballo = 1",
+                            {fecha});
+        };
+        QCOMPARE(contados(), 2.0);
+        primera("venta_mc = 0");
+        QVERIFY(!v.anularPorCodigo(a.codigo));
+        QCOMPARE(env->dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDEN HACER CAMBIOS"));
+        QVERIFY(!v.vender(pedido("5")).vendido);
+        QCOMPARE(env->dialogs.last().text, QString("LA CARRERA ESTA CERRADA, NO SE PUEDEN HACER CAMBIOS"));
+        primera("venta_mc = 1");
         QVERIFY(v.anularPorCodigo(a.codigo));
         QCOMPARE(env->dialogs.last().text, QString("BOLETO ANULADO CON EXITO"));
+        QCOMPARE(contados(), 1.0);
         QCOMPARE(numberOf(db(), "SELECT count(*) FROM macuares WHERE numero = ?", {a.numero}), 0.0);
         QCOMPARE(textOf(db(), "SELECT concat_ws(':', boleto, estatus, monto, veces, motivo, usuario) FROM bitacora_mc"),
                  a.codigo + ":5:10:3:ANULADO:taquilla2");
