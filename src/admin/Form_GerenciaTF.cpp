@@ -49,7 +49,8 @@ Form_GerenciaTF::Form_GerenciaTF(Context& ctx, QWidget* parent)
     auto* raiz = new QVBoxLayout(this);
     const FilaCarrera fila = filaCarrera(
         ctx, this, raiz,
-        {QStringLiteral("DTPicker1"), ctx.session.fecha.isEmpty() ? fechaSql(ctx.clock.today()) : ctx.session.fecha},
+        {QStringLiteral("DTPicker1"), ctx.session.fecha.isEmpty() ? fechaSql(ctx.clock.today()) : ctx.session.fecha,
+         false, {}, {}},
         [this] { actualizar(); });
     fecha_ = fila.fecha;
     carrera_ = fila.carrera;
