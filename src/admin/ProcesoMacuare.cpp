@@ -224,7 +224,7 @@ std::optional<Liquidacion> ProcesoMacuare::fijarGanadores(const QString& fecha, 
             }
             if (db.query(kBloquearGanadores, {fecha}).empty())
                 db.exec("INSERT INTO caballos_ganadores (fecha) VALUES (?)", {fecha});
-            const std::string p = "c" + std::to_string(pierna + 1) + "_";
+            const std::string p = std::string("c").append(std::to_string(pierna + 1)).append("_");
             db.exec("UPDATE caballos_ganadores SET " + p + "1 = ?, " + p + "2 = ?, " + p + "3 = ? WHERE fecha = ?",
                     {caballos.value(0), caballos.value(1), caballos.value(2), fecha});
             return {true, liquidarBloqueado(db, d, leerGanadores(db, fecha))};

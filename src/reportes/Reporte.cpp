@@ -26,7 +26,7 @@ Documento prepararReporte(Context& ctx, const SolicitudReporte& solicitud) {
 
     // Every field the template names must be a column of its table.
     Db& local = ctx.local();
-    const std::string tabla = "`" + plantilla.tabla.toStdString() + "`";
+    const std::string tabla = std::string(1, '`').append(plantilla.tabla.toStdString()).append(1, '`');
     const Recordset vacia = local.query("SELECT * FROM " + tabla + " LIMIT 0");
     for (const QString& campo : plantilla.camposUsados())
         if (vacia.columns().indexOf(campo) < 0)

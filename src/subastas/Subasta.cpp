@@ -38,9 +38,9 @@ QString mesa(int t) { return QStringLiteral("mesa%1").arg(t); }
 // "tabla1=0,...,mesa1=?,..." over the given tables (each buyer takes a bound text).
 std::string limpiarTablas(const QVector<int>& tablas, Params& valores, const QString& comprador) {
     std::string s;
-    for (int t : tablas) s += (s.empty() ? "" : ",") + columna(tabla(t)) + "=0";
+    for (int t : tablas) s.append(s.empty() ? "" : ",").append(columna(tabla(t))).append("=0");
     for (int t : tablas) {
-        s += "," + columna(mesa(t)) + "=?";
+        s.append(",").append(columna(mesa(t))).append("=?");
         valores.push_back(comprador);
     }
     return s;
