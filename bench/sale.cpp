@@ -2,7 +2,8 @@
 // code, keys, ticket printed to a file port), without widgets:
 //  1. one booth alone: median and p99 of a sale, beside the floor (insert,
 //     id, update) in the same run, and again after 100,000 tickets on the
-//     same horse (`--one-booth`: this part alone);
+//     same horse, and the money journal's part of a sale (`--one-booth`:
+//     this part alone);
 //  2. 32 booths, each with its own connection (on a cluster, spread over its
 //     nodes: HIPICO_DB_PORTS), selling the same race for
 //     10 s while the administrator closes the race half-way through:
@@ -19,6 +20,7 @@
 #include "BenchSupport.h"
 
 #include "core/Context.h"
+#include "core/Diario.h"
 #include "core/Formato.h"
 #include "core/Openers.h"
 #include "schema/Demo.h"
@@ -360,6 +362,20 @@ int main(int argc, char** argv) {
         std::printf("one booth: 3000 sales (ticket printed to a file port), median %.0f us (%.1f x floor), "
                     "p99 %.0f us (%.1f x floor)\n",
                     venta.median, venta.median / suelo.median, venta.p99, venta.p99 / suelo.p99);
+        // What the money journal adds to each sale: its row's append alone,
+        // timed inside an open transaction as the sale makes it (on a day of
+        // its own, so the day sold keeps its journal).
+        std::vector<double> diario;
+        Db& d = base.servidor();
+        for (int k = 0; k < 3200; ++k)
+            d.inTransaction([&] {
+                const auto t0 = bench::Clock::now();
+                anotar(d, {operacion::Venta, QStringLiteral("ma_principal"), QStringLiteral("1%1").arg(k), sesion.grupo,
+                           QStringLiteral("2000-01-01"), 1, 1, 2});
+                if (k >= 200) diario.push_back(microsSince(t0));
+            });
+        std::printf("money journal, its row in each sale: median %.0f us (%.0f%% of the sale's median), p99 %.0f us\n",
+                    percentile(diario, 50), 100 * percentile(diario, 50) / venta.median, percentile(diario, 99));
         base.servidor().exec(
             "INSERT INTO ma_principal (carrera, caballo, ganadores, ch, grupo, hora, fecha, nu_boleto, subgrupo) "
             "SELECT 1, 1, 1, ?, ?, '10:00:00', ?, CONCAT('9', seq), ? FROM seq_1_to_100000",
