@@ -1,5 +1,6 @@
 #include "admin/CarreraEscritorio.h"
 
+#include "core/CierreCarreras.h"
 #include "core/Context.h"
 #include "core/Diario.h"
 #include "core/Formato.h"
@@ -206,10 +207,16 @@ bool TarjetaCarrera::guardarSwitches(const Seleccion& s, const Switches& sw) {
         const auto id = idHipodromo(s, true);
         if (!id) return false;
         auto flag = [](int v) { return v != 0 ? 1 : 0; };
-        db().exec("update carreras set estado_puestos= ?,venta= ?,venta_rm= ?,venta_mc= ?,venta_tf= ? Where "
-                  "carrera = ? and fecha = ? and id_hipodromo = ?",
-                  {flag(sw.puestos), flag(sw.ganadores), flag(sw.remate), flag(sw.macuare), flag(sw.tablaFija),
-                   s.carrera, s.fecha, *id});
+        const Params flags{flag(sw.puestos), flag(sw.ganadores), flag(sw.remate), flag(sw.macuare), flag(sw.tablaFija)};
+        const char* const asignacion = "estado_puestos= ?,venta= ?,venta_rm= ?,venta_mc= ?,venta_tf= ?";
+        const char* const donde = "carrera = ? and fecha = ? and id_hipodromo = ?";
+        const Params filtro{s.carrera, s.fecha, *id};
+        // A switch turned off closes row by row first (see cerrarFilaPorFila).
+        if (!sw.ganadores || !sw.remate || !sw.macuare || !sw.tablaFija)
+            cerrarFilaPorFila(db(), asignacion, flags, donde, filtro);
+        Params p = flags;
+        p.insert(p.end(), filtro.begin(), filtro.end());
+        db().inTransaction([&] { db().exec(std::string("update carreras set ") + asignacion + " Where " + donde, p); });
         ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
         return true;
     });

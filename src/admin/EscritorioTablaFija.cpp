@@ -1,6 +1,7 @@
 #include "admin/EscritorioTablaFija.h"
 
 #include "admin/ProcesoCarrera.h"
+#include "core/CierreCarreras.h"
 #include "core/Context.h"
 #include "core/Db.h"
 #include "core/Formato.h"
@@ -92,8 +93,13 @@ bool EscritorioTablaFija::abrir(const Seleccion& s, bool abierta) {
                                        p)) != 0 &&
             !ctx_.dialogs.confirm(kTituloProceso, texto::CarreraYaProcesadaAbrir, true, Icon::Warning))
             return false;
-        db().exec("update carreras set venta_tf=?,bloqueotf=? Where fecha = ? and carrera = ? and id_hipodromo = ?",
-                  {abierta ? 1 : 0, abierta ? 0 : 1, s.fecha, s.carrera, *pista});
+        const Params flags{abierta ? 1 : 0, abierta ? 0 : 1};
+        const std::string donde = "fecha = ? and carrera = ? and id_hipodromo = ?";
+        if (!abierta) cerrarFilaPorFila(db(), "venta_tf=?,bloqueotf=?", flags, donde, p);
+        db().inTransaction([&] {
+            db().exec("update carreras set venta_tf=?,bloqueotf=? Where " + donde,
+                      {flags[0], flags[1], s.fecha, s.carrera, *pista});
+        });
         ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
         return true;
     });

@@ -2,6 +2,7 @@
 
 #include "admin/Escritorio.h"
 
+#include "core/CierreCarreras.h"
 #include "core/Context.h"
 #include "core/Db.h"
 #include "core/Guardia.h"
@@ -107,6 +108,12 @@ bool ProcesoMacuare::configurar(const QString& fecha, long long hipodromo, long 
 bool ProcesoMacuare::abrir(const QString& fecha, bool abierto) {
     return proteger(ctx_, kVentanaAdminMC, [&] {
         Db& db = ctx_.servidor();
+        if (!abierto) {
+            // Row by row first (see cerrarFilaPorFila): the sales write their first leg's rows.
+            const DiaMacuare d = diaMacuare(db, fecha);
+            cerrarFilaPorFila(db, "venta_mc = ?", {0}, "fecha = ? and id_hipodromo = ? and carrera between ? and ?",
+                              {fecha, d.hipodromo, d.carrera(0), d.carrera(kPiernas - 1)});
+        }
         db.inTransaction([&] {
             const DiaMacuare d = bloquearDia(db, fecha);
             const int v = abierto ? 1 : 0;

@@ -1,5 +1,6 @@
 #include "races/AbrirCerrarLogica.h"
 
+#include "core/CierreCarreras.h"
 #include "core/Context.h"
 #include "core/Db.h"
 #include "core/Openers.h"
@@ -22,13 +23,30 @@ struct Sentencia {
     }
 };
 
-Sentencia actualizarPozos(const Pozos& pozos, int valor, bool conMacuare) {
-    Sentencia s{"update carreras set estado_puestos=?", {valor}};
+// The race card's pool flags the boxes name ("estado_puestos=?,venta=?,...").
+Sentencia asignarPozos(const Pozos& pozos, int valor, bool conMacuare) {
+    Sentencia s{"estado_puestos=?", {valor}};
     s.agregar(pozos.ganadores, ",venta=?", valor);
     s.agregar(pozos.remate, ",venta_rm=?", valor);
     s.agregar(conMacuare && pozos.macuare, ",venta_mc=?", valor);
     s.agregar(pozos.tablaFija, ",venta_tf=?", valor);
     return s;
+}
+
+// The rows `donde` selects set to the flags: a close first row by row (see
+// cerrarFilaPorFila), then the whole selection in one statement, with the
+// settings' statement when there is one.
+void escribirPozos(Db& db, const Sentencia& flags, int valor, const std::string& donde, const Params& filtro,
+                   const Sentencia* ajustes = nullptr) {
+    if (valor == 0) cerrarFilaPorFila(db, flags.sql, flags.params, donde, filtro);
+    Params p = flags.params;
+    p.insert(p.end(), filtro.begin(), filtro.end());
+    // As a transaction, run again whole on a conflict: on a cluster a close
+    // that meets a sale of another node (the sales write the rows it closes).
+    db.inTransaction([&] {
+        if (ajustes) db.exec(ajustes->sql, ajustes->params);
+        db.exec("update carreras set " + flags.sql + " Where " + donde, p);
+    });
 }
 
 }  // namespace
@@ -72,13 +90,8 @@ bool AbrirCerrarLogica::botones(int carrera, const Pozos& pozos, int valor) {
     const QString fecha = leerFecha();
     // The place-bet flag always follows the button; the combination pool is
     // not the buttons' business.
-    Sentencia s = actualizarPozos(pozos, valor, false);
-    s.sql += " Where carrera = ? and fecha = ? and id_hipodromo = ? ";
-    s.params.insert(s.params.end(), {carrera, fecha, *idHipodromo_});
-    // As a transaction: on a cluster a close that meets a sale of another
-    // node is run again (the sales write the rows it closes).
-    Db& db = ctx_.servidor();
-    db.inTransaction([&] { db.exec(s.sql, s.params); });
+    escribirPozos(ctx_.servidor(), asignarPozos(pozos, valor, false), valor,
+                  "carrera = ? and fecha = ? and id_hipodromo = ? ", {carrera, fecha, *idHipodromo_});
     ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
     return true;
 }
@@ -103,15 +116,8 @@ bool AbrirCerrarLogica::carreraActual(int carrera, const Pozos& pozos, int valor
     conf.agregar(pozos.macuare, ",venta_macuare=?", valor);
     conf.agregar(pozos.tablaFija, ",venta_tf=?", valor);
     conf.agregar(valor == 0, ",mensajetaq=?", "");
-    // Every track's race of that number and date.
-    Sentencia s = actualizarPozos(pozos, valor, true);
-    s.sql += " Where carrera = ? and fecha = ? ";
-    s.params.insert(s.params.end(), {carrera, fecha});
-    // The settings and the race card together, run again whole on a conflict.
-    db.inTransaction([&] {
-        db.exec(conf.sql, conf.params);
-        db.exec(s.sql, s.params);
-    });
+    // The settings and every track's race of that number and date together.
+    escribirPozos(db, asignarPozos(pozos, valor, true), valor, "carrera = ? and fecha = ? ", {carrera, fecha}, &conf);
     carreraActual_ = carrera;
 
     ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);

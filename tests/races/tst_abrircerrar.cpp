@@ -228,25 +228,42 @@ private slots:
         QCOMPARE(banderas(1, 1), (Banderas{0, 0, 0, 0, 0}));
     }
 
-    // A sale in flight holds the race's rows; closing the pool waits for it
-    // instead of failing, and takes effect as soon as the sale commits.
-    // (On one server: across the nodes of a cluster the two conflict instead
-    // and one of them runs again.)
+    // A sale in flight holds its horse's row; closing the pool waits for it
+    // instead of failing, and takes effect as soon as the sale commits. The
+    // close writes the race's rows one at a time first (so that on a cluster
+    // it meets one horse's sales at a time, not all of them at once): while
+    // it waits for the sale's horse, the rows before it are already closed
+    // and the rows after it not yet. (On one server: across the nodes of a
+    // cluster the two conflict instead and one of them runs again.)
     void closingWaitsForASaleInFlight() {
+        const QList<long long> filas = [&] {
+            QList<long long> ids;
+            for (const Row& r : env->db().query(
+                     "select id_carrera from carreras where carrera=1 and id_hipodromo=1 and fecha=? order by id_carrera",
+                     {hoy()}))
+                ids << r.integer("id_carrera");
+            return ids;
+        }();
+        QVERIFY(filas.size() >= 3);
+        const long long enVenta = filas[filas.size() / 2];
         auto venta = Db::open(env->db().connectionString());
         venta->begin();
-        QCOMPARE(venta->query("select venta from carreras where carrera=1 and id_hipodromo=1 and fecha=? for update",
-                              {hoy()})
-                     .first()
-                     .toInt("venta"),
+        QCOMPARE(venta->query("select venta from carreras where id_carrera=? for update", {enVenta}).first().toInt("venta"),
                  1);
         AbrirCerrarLogica l(env->ctx);
         QVERIFY(l.elegirHipodromo("LA RINCONADA"));
         auto cierre = std::async(std::launch::async, [&] { return l.cerrar(1, {true, false, false, false}); });
         QCOMPARE(cierre.wait_for(std::chrono::milliseconds(400)), std::future_status::timeout);
+        // Seen from a third connection (the close's own is busy waiting).
+        auto otra = Db::open(env->db().connectionString());
+        const auto vende = [&](long long id) {
+            return int(numberOf(*otra, "select venta from carreras where id_carrera=?", {id}));
+        };
+        for (long long id : filas) QCOMPARE(vende(id), id < enVenta ? 0 : 1);
         venta->exec("INSERT INTO ma_principal (carrera, caballo, ganadores, ch, grupo, fecha) VALUES (1, 2, 5, "
                     "'LOS PINOS', '07', ?)",
                     {hoy()});
+        venta->exec("update carreras set boletos = boletos + 1 where id_carrera=?", {enVenta});
         venta->commit();
         QVERIFY(cierre.get());
         QCOMPARE(banderas(1, 1).venta, 0);
