@@ -27,7 +27,9 @@
 #include "sales/TicketKeys.h"
 #include "sales/VentaGanadores.h"
 #include "sales/VentaMacuare.h"
+#include "admin/EscritorioTablaFija.h"
 #include "admin/ProcesoMacuare.h"
+#include "races/AbrirCerrarLogica.h"
 #include "sales/VentaTablaFija.h"
 
 #include <QApplication>
@@ -110,6 +112,15 @@ using CabinaMC = CabinaDe<VentaMacuare>;
 
 constexpr int kCabinas = 32;
 constexpr double kSegundos = 10.0;
+
+// The administrator who closes a pool half-way, through the program's own
+// close, on a connection of its own.
+struct Administrador {
+    explicit Administrador(const Config& c) : ctx(c, dialogs, reloj) { ctx.cnServidor = Db::open(cadenaServidor(c)); }
+    Contador dialogs;
+    SystemClock reloj;
+    Context ctx;
+};
 
 // What booths selling at once for kSegundos made, the pool closed half-way.
 struct Tanda {
@@ -211,10 +222,8 @@ bool ventaMacuare(const Config& c, Context& base, QTemporaryDir& puertos) {
     std::vector<std::unique_ptr<CabinaMC>> cabinas;
     for (int i = 0; i < kCabinas; ++i)
         cabinas.push_back(std::make_unique<CabinaMC>(c, sesion, puertos.filePath(QString("mc%1.prn").arg(i)), i));
-    Contador da;
-    SystemClock ra;
-    Context admin(c, da, ra);
-    admin.cnServidor = Db::open(cadenaServidor(c));
+    Administrador administrador(c);
+    Context& admin = administrador.ctx;
     const Tanda t = correrTanda(
         [&](int i, QRandomGenerator& azar) { return cabinas[i]->venta.vender(jugadaMC(azar, 20)).vendido; },
         [&] {
@@ -296,11 +305,13 @@ bool tablaFija(const Config& c, Context& base, const QString& carpeta) {
                        .resultado == VentaTablaFija::Resultado::Vendido;
         },
         [&] {
-            admin->inTransaction([&] {
-                admin->exec("update carreras set venta_tf='0',bloqueotf='1' Where carrera = ? and fecha = ? and "
-                            "id_hipodromo = ?",
-                            {1, fecha, 1});
-            });
+            // The fixed-table desk's close (it also blocks the race).
+            Administrador a(c);
+            Seleccion s;
+            s.fecha = fecha;
+            s.hipodromo = QStringLiteral("LA RINCONADA");
+            s.carrera = 1;
+            if (!EscritorioTablaFija(a.ctx).abrir(s, false)) std::printf("el cierre de la tabla fija fallo\n");
             return Row::toInteger(admin->scalar("SELECT coalesce(max(numero),0) FROM tablafija"));
         },
         4321);
@@ -411,11 +422,11 @@ int main(int argc, char** argv) {
             return cabinas[i]->venta.procesarVenta("1", caballo, monto).resultado == VentaGanadores::Resultado::Vendido;
         },
         [&] {
-            admin->inTransaction([&] {
-                admin->exec("update carreras set estado_puestos='0',venta='0' Where carrera = ? and fecha = ? and "
-                            "id_hipodromo = ? ",
-                            {1, fecha, 1});
-            });
+            // The pools window's close of the race's winner bets.
+            Administrador a(c);
+            AbrirCerrarLogica cierre(a.ctx);
+            if (!cierre.elegirHipodromo(QStringLiteral("LA RINCONADA")) || !cierre.cerrar(1, {true, false, false, false}))
+                std::printf("el cierre de la carrera fallo\n");
             return Row::toInteger(admin->scalar("SELECT coalesce(max(numero),0) FROM ma_principal"));
         },
         1234);
