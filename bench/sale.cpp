@@ -298,6 +298,8 @@ bool tablaFija(const Config& c, Context& base, const QString& carpeta) {
         cabinas.back()->dialogs.acepta = true;
     }
     auto admin = Db::open(cadenaServidor(c));
+    // The closing administrator, signed on before the booths start.
+    Administrador cierre(c);
     const Tanda t = correrTanda(
         [&](int i, QRandomGenerator& azar) {
             return cabinas[i]->venta.procesarVenta("1", QString::number(1 + azar.bounded(8)),
@@ -306,12 +308,11 @@ bool tablaFija(const Config& c, Context& base, const QString& carpeta) {
         },
         [&] {
             // The fixed-table desk's close (it also blocks the race).
-            Administrador a(c);
             Seleccion s;
             s.fecha = fecha;
             s.hipodromo = QStringLiteral("LA RINCONADA");
             s.carrera = 1;
-            if (!EscritorioTablaFija(a.ctx).abrir(s, false)) std::printf("el cierre de la tabla fija fallo\n");
+            if (!EscritorioTablaFija(cierre.ctx).abrir(s, false)) std::printf("el cierre de la tabla fija fallo\n");
             return Row::toInteger(admin->scalar("SELECT coalesce(max(numero),0) FROM tablafija"));
         },
         4321);
@@ -407,6 +408,10 @@ int main(int argc, char** argv) {
     for (int i = 0; i < kCabinas; ++i)
         cabinas.push_back(std::make_unique<Cabina>(c, sesion, puertos.filePath(QString("c%1.prn").arg(i)), i));
     auto admin = Db::open(cadenaServidor(c));
+    // The closing administrator, signed on before the booths start, its track chosen.
+    Administrador administrador(c);
+    AbrirCerrarLogica cierre(administrador.ctx);
+    if (!cierre.elegirHipodromo(QStringLiteral("LA RINCONADA"))) return 1;
     // HIPICO_BENCH_REPARTO=1: each node's booths sell their own horses (a
     // centre's booths on its node, centres on different horses), so no two
     // nodes write one horse's rows; otherwise any booth sells any horse.
@@ -423,10 +428,7 @@ int main(int argc, char** argv) {
         },
         [&] {
             // The pools window's close of the race's winner bets.
-            Administrador a(c);
-            AbrirCerrarLogica cierre(a.ctx);
-            if (!cierre.elegirHipodromo(QStringLiteral("LA RINCONADA")) || !cierre.cerrar(1, {true, false, false, false}))
-                std::printf("el cierre de la carrera fallo\n");
+            if (!cierre.cerrar(1, {true, false, false, false})) std::printf("el cierre de la carrera fallo\n");
             return Row::toInteger(admin->scalar("SELECT coalesce(max(numero),0) FROM ma_principal"));
         },
         1234);

@@ -207,16 +207,11 @@ bool TarjetaCarrera::guardarSwitches(const Seleccion& s, const Switches& sw) {
         const auto id = idHipodromo(s, true);
         if (!id) return false;
         auto flag = [](int v) { return v != 0 ? 1 : 0; };
-        const Params flags{flag(sw.puestos), flag(sw.ganadores), flag(sw.remate), flag(sw.macuare), flag(sw.tablaFija)};
-        const char* const asignacion = "estado_puestos= ?,venta= ?,venta_rm= ?,venta_mc= ?,venta_tf= ?";
-        const char* const donde = "carrera = ? and fecha = ? and id_hipodromo = ?";
-        const Params filtro{s.carrera, s.fecha, *id};
         // A switch turned off closes row by row first (see cerrarFilaPorFila).
-        if (!sw.ganadores || !sw.remate || !sw.macuare || !sw.tablaFija)
-            cerrarFilaPorFila(db(), asignacion, flags, donde, filtro);
-        Params p = flags;
-        p.insert(p.end(), filtro.begin(), filtro.end());
-        db().inTransaction([&] { db().exec(std::string("update carreras set ") + asignacion + " Where " + donde, p); });
+        escribirCarreras(db(), "estado_puestos= ?,venta= ?,venta_rm= ?,venta_mc= ?,venta_tf= ?",
+                         {flag(sw.puestos), flag(sw.ganadores), flag(sw.remate), flag(sw.macuare), flag(sw.tablaFija)},
+                         "carrera = ? and fecha = ? and id_hipodromo = ?", {s.carrera, s.fecha, *id},
+                         !sw.ganadores || !sw.remate || !sw.macuare || !sw.tablaFija);
         ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
         return true;
     });

@@ -93,13 +93,8 @@ bool EscritorioTablaFija::abrir(const Seleccion& s, bool abierta) {
                                        p)) != 0 &&
             !ctx_.dialogs.confirm(kTituloProceso, texto::CarreraYaProcesadaAbrir, true, Icon::Warning))
             return false;
-        const Params flags{abierta ? 1 : 0, abierta ? 0 : 1};
-        const std::string donde = "fecha = ? and carrera = ? and id_hipodromo = ?";
-        if (!abierta) cerrarFilaPorFila(db(), "venta_tf=?,bloqueotf=?", flags, donde, p);
-        db().inTransaction([&] {
-            db().exec("update carreras set venta_tf=?,bloqueotf=? Where " + donde,
-                      {flags[0], flags[1], s.fecha, s.carrera, *pista});
-        });
+        escribirCarreras(db(), "venta_tf=?,bloqueotf=?", {abierta ? 1 : 0, abierta ? 0 : 1},
+                         "fecha = ? and carrera = ? and id_hipodromo = ?", p, !abierta);
         ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
         return true;
     });

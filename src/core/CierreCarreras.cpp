@@ -13,4 +13,15 @@ void cerrarFilaPorFila(Db& db, const std::string& asignacion, const Params& valo
     }
 }
 
+void escribirCarreras(Db& db, const std::string& asignacion, const Params& valores, const std::string& donde,
+                      const Params& filtro, bool cierre, const std::function<void()>& antes) {
+    if (cierre) cerrarFilaPorFila(db, asignacion, valores, donde, filtro);
+    Params p = valores;
+    p.insert(p.end(), filtro.begin(), filtro.end());
+    db.inTransaction([&] {
+        if (antes) antes();
+        db.exec("update carreras set " + asignacion + " Where " + donde, p);
+    });
+}
+
 }  // namespace hipico

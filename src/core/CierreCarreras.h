@@ -2,6 +2,7 @@
 
 #include "core/Db.h"
 
+#include <functional>
 #include <string>
 
 namespace hipico {
@@ -19,5 +20,11 @@ namespace hipico {
 // for the sale in flight on it, as the whole statement did.
 void cerrarFilaPorFila(Db& db, const std::string& asignacion, const Params& valores, const std::string& donde,
                        const Params& filtro);
+
+// Sets the flags on the race-card rows `donde` selects in one transaction
+// (run again whole on a conflict), after `antes` when given (in the same
+// transaction); a close (`cierre`) first row by row, as above.
+void escribirCarreras(Db& db, const std::string& asignacion, const Params& valores, const std::string& donde,
+                      const Params& filtro, bool cierre, const std::function<void()>& antes = {});
 
 }  // namespace hipico

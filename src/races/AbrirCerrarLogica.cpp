@@ -33,22 +33,6 @@ Sentencia asignarPozos(const Pozos& pozos, int valor, bool conMacuare) {
     return s;
 }
 
-// The rows `donde` selects set to the flags: a close first row by row (see
-// cerrarFilaPorFila), then the whole selection in one statement, with the
-// settings' statement when there is one.
-void escribirPozos(Db& db, const Sentencia& flags, int valor, const std::string& donde, const Params& filtro,
-                   const Sentencia* ajustes = nullptr) {
-    if (valor == 0) cerrarFilaPorFila(db, flags.sql, flags.params, donde, filtro);
-    Params p = flags.params;
-    p.insert(p.end(), filtro.begin(), filtro.end());
-    // As a transaction, run again whole on a conflict: on a cluster a close
-    // that meets a sale of another node (the sales write the rows it closes).
-    db.inTransaction([&] {
-        if (ajustes) db.exec(ajustes->sql, ajustes->params);
-        db.exec("update carreras set " + flags.sql + " Where " + donde, p);
-    });
-}
-
 }  // namespace
 
 QStringList AbrirCerrarLogica::hipodromos() { return nombresHipodromos(ctx_, true); }
@@ -90,8 +74,9 @@ bool AbrirCerrarLogica::botones(int carrera, const Pozos& pozos, int valor) {
     const QString fecha = leerFecha();
     // The place-bet flag always follows the button; the combination pool is
     // not the buttons' business.
-    escribirPozos(ctx_.servidor(), asignarPozos(pozos, valor, false), valor,
-                  "carrera = ? and fecha = ? and id_hipodromo = ? ", {carrera, fecha, *idHipodromo_});
+    const Sentencia flags = asignarPozos(pozos, valor, false);
+    escribirCarreras(ctx_.servidor(), flags.sql, flags.params, "carrera = ? and fecha = ? and id_hipodromo = ? ",
+                     {carrera, fecha, *idHipodromo_}, valor == 0);
     ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
     return true;
 }
@@ -117,7 +102,9 @@ bool AbrirCerrarLogica::carreraActual(int carrera, const Pozos& pozos, int valor
     conf.agregar(pozos.tablaFija, ",venta_tf=?", valor);
     conf.agregar(valor == 0, ",mensajetaq=?", "");
     // The settings and every track's race of that number and date together.
-    escribirPozos(db, asignarPozos(pozos, valor, true), valor, "carrera = ? and fecha = ? ", {carrera, fecha}, &conf);
+    const Sentencia flags = asignarPozos(pozos, valor, true);
+    escribirCarreras(db, flags.sql, flags.params, "carrera = ? and fecha = ? ", {carrera, fecha}, valor == 0,
+                     [&] { db.exec(conf.sql, conf.params); });
     carreraActual_ = carrera;
 
     ctx_.dialogs.inform(texto::TituloAdministracionCarreras, texto::CambiosRealizados);
