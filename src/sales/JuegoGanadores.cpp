@@ -33,9 +33,20 @@ const QString kCupoVip = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR V
 const QString kCupoJugador = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR");
 
 // The statements of the sale, prepared once per connection.
-// A one-row read: the server's cache of the subquery's results (built anew
-// at every run) is left off, which halves the statement's time.
-const char* const kGrupoYCaballo =
+// The quota of a horse number in the centre's row of quotas.
+std::string cupoDelNumero(const char* numero) {
+    std::string cupo = std::string("(SELECT CASE ") + numero;
+    for (int n = 1; n <= 16; ++n) cupo += " WHEN " + std::to_string(n) + " THEN q.cab" + std::to_string(n);
+    return cupo + " END FROM venta_cupo_ganadores q WHERE q.ch = ?)";
+}
+// The group's parameters and, for the horse, its race-card row's key, the
+// race's runners on the group's track and the centre's quota for the horse:
+// what changes only with the settings, the groups, the runners or the
+// quotas, all of which move the change mark read along (a booth keeps the
+// row between its sales and checks the mark under the horse's lock). A
+// one-row read: the server's cache of the subquery's results (built anew at
+// every run) is left off, which halves the statement's time.
+const std::string kGrupoYCaballo =
     "SET STATEMENT optimizer_switch='subquery_cache=off' FOR "
     "SELECT g.grupo, g.cab_max, IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo, g.valor_ganador, g.apuesta_max_win, "
@@ -43,8 +54,10 @@ const char* const kGrupoYCaballo =
     "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, "
     "k.revision AS marca, "
     "(SELECT min(c.id_carrera) FROM carreras c WHERE c.carrera = ? and c.fecha = ? and c.nu_caballo = ? and "
-    "c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)) AS id_carrera "
-    "FROM grupos g JOIN configuracion k ON k.id = 1 WHERE g.grupo = ? LIMIT 1";
+    "c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)) AS id_carrera, "
+    "(SELECT count(r.carrera) FROM carreras r WHERE r.carrera = ? and r.fecha = ? and r.retirado = 0 and "
+    "r.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)) AS cant_cabs, " +
+    cupoDelNumero("?") + " AS cupo FROM grupos g JOIN configuracion k ON k.id = 1 WHERE g.grupo = ? LIMIT 1";
 const char* const kCarreraYPista =
     "SELECT IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo "
@@ -57,29 +70,22 @@ const char* const kMismoCaballoOtrasPistas =
 const char* const kBloquearCaballo =
     "SELECT id_carrera, fecha, carrera, id_hipodromo, nu_caballo, caballo, retirado, venta FROM carreras where "
     "id_carrera = ? FOR UPDATE";
-// The horse's row locked, and in the same round trip what the checks need
-// under that lock: the race's runners on the row's track, what the horse
-// sold (by the group, or by the whole centre) and the centre's quota for the
-// horse. What the horse sold comes from its running total (venta_caballo,
-// kept with every ticket written or deleted), read by key: the sale costs
-// the same however many tickets the horse already has. Every read is tied to
-// the locked row, so it runs once the lock is held and sees every sale that
-// held it before. The change mark of the parameters comes along: a sale on
-// parameters kept from an earlier sale checks them by it.
+// The horse's row locked, and in the same round trip what the checks read
+// under that lock: what the horse sold (by the group, or by the whole
+// centre), from its running total (venta_caballo, kept with every ticket
+// written or deleted) read by key, so the sale costs the same however many
+// tickets the horse already has; and the change mark of the parameters the
+// sale runs on (the runners and the quota among them). Both reads are tied
+// to the locked row, so they run once the lock is held and see every sale
+// that held it before (a read tied to nothing would run first and fix the
+// transaction's snapshot before the lock, hiding those sales).
 std::string caballoYCupo(const char* vendido, const char* deQuien) {
-    std::string cupo = "(SELECT CASE c.nu_caballo";
-    for (int n = 1; n <= 16; ++n) cupo += " WHEN " + std::to_string(n) + " THEN q.cab" + std::to_string(n);
-    // The mark's read names the locked row too, so it also waits for the lock
-    // (a read tied to nothing would run first and fix the transaction's
-    // snapshot before the lock, hiding the sales that held it).
-    cupo += " END FROM venta_cupo_ganadores q WHERE q.ch = ?) as cupo, (SELECT k.revision FROM configuracion k "
-            "WHERE k.id = 1 and c.id_carrera > 0) as marca";
     return std::string("SELECT c.id_carrera, c.fecha, c.carrera, c.id_hipodromo, c.nu_caballo, c.caballo, c.retirado, "
-                       "c.venta, (SELECT count(r.carrera) FROM carreras r where r.carrera = c.carrera and r.retirado = 0 "
-                       "and r.fecha = c.fecha and r.id_hipodromo = c.id_hipodromo) as cant_cabs, (SELECT ") +
+                       "c.venta, (SELECT ") +
            vendido + " FROM venta_caballo v where v.fecha = c.fecha and v.carrera = c.carrera and v.caballo = "
-                     "c.nu_caballo and v.ch = ?" + deQuien + ") as venta_ch, " + cupo +
-           " FROM carreras c where c.id_carrera = ? FOR UPDATE";
+                     "c.nu_caballo and v.ch = ?" + deQuien +
+           ") as venta_ch, (SELECT k.revision FROM configuracion k WHERE k.id = 1 and c.id_carrera > 0) as marca "
+           "FROM carreras c where c.id_carrera = ? FOR UPDATE";
 }
 // By the group's own sales, or by the whole centre's.
 const std::string kCaballoYCupoGrupo = caballoYCupo("ganadores", " and v.grupo = ?");
@@ -176,7 +182,9 @@ double valorGanador(const Session& s) {
 Row parametrosGanadores(Context& ctx, const QString& carrera, const QString& caballo) {
     const long long c = leerEntero(carrera, kNumeroMaximo).value_or(-1);
     const long long h = leerEntero(caballo, kNumeroMaximo).value_or(-1);
-    const Recordset rs = ctx.servidor().query(kGrupoYCaballo, {c, fechaTrabajo(ctx), h, ctx.session.grupo});
+    const QString fecha = fechaTrabajo(ctx);
+    const Recordset rs =
+        ctx.servidor().query(kGrupoYCaballo, {c, fecha, h, c, fecha, h, ctx.session.ch, ctx.session.grupo});
     return rs.empty() ? Row() : rs.first();
 }
 
@@ -261,25 +269,27 @@ void VentaGanador::bloquear(Db& db) {
     if (id > 0) {
         const Session& s = ctx_.session;
         const bool porCentro = grupo_.integerOr("opcioncupowin") == 1;
-        const Recordset r = porCentro ? db.query(kCaballoYCupoCentro, {s.ch, s.ch, id})
-                                      : db.query(kCaballoYCupoGrupo, {s.ch, s.grupo, s.ch, id});
+        const Recordset r = porCentro ? db.query(kCaballoYCupoCentro, {s.ch, id})
+                                      : db.query(kCaballoYCupoGrupo, {s.ch, s.grupo, id});
         // The row must still be this race's horse on the group's track and day.
         const bool esElCaballo = !r.empty() && carrera_ && caballo_ && r.first().integer("carrera") == *carrera_ &&
                                  r.first().integer("nu_caballo") == *caballo_ &&
                                  r.first().integer("id_hipodromo") == grupo_.integerOr("id_hipodromo") &&
                                  r.first().text("fecha") == fecha_;
-        // Kept parameters hold only while nothing they came from moved:
-        // else the sale starts again on the parameters read afresh.
-        if (guardado_ && (!esElCaballo || r.first().integerOr("marca") != grupo_.integerOr("marca")))
-            throw ParametrosCambiados{};
+        // The parameters hold only while nothing they came from moved (the
+        // runners and the quota were read with them, before the lock): else
+        // the sale starts again on the parameters read afresh. Kept ones
+        // must also still name this horse.
+        const bool movidos = esElCaballo && r.first().integerOr("marca") != grupo_.integerOr("marca");
+        if (movidos || (guardado_ && !esElCaballo)) throw ParametrosCambiados{};
         if (esElCaballo) {
             caballoFila_ = r.first();
             existe_ = true;
             Cupo c;
-            c.corredores = caballoFila_.integer("cant_cabs");
+            c.corredores = grupo_.integerOr("cant_cabs");
             // Quotas are checked only when the centre enforces them.
             if (grupo_.integerOr("admin_cupo") == 1) {
-                if (!caballoFila_.isNull("cupo")) c.cupo = caballoFila_.number("cupo");
+                if (grupo_.has("cupo") && !grupo_.isNull("cupo")) c.cupo = grupo_.number("cupo");
                 c.vendido = caballoFila_.number("venta_ch");
             }
             cupo_ = c;

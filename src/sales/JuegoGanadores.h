@@ -58,15 +58,19 @@ Impreso ticketGanador(Context& ctx, const Row& grupo, const BoletoVendido& b, bo
 // key of the horse's race-card row on the group's track. The race open for
 // sale and the track are the group's own when it has them, else the
 // system's current ones.
-// The row carries `marca`, the change mark of the groups and the system
-// settings (`configuracion.revision`, moved by the server at every change).
+// The row also carries the race's runners on the group's track
+// (`cant_cabs`) and the centre's quota for the horse (`cupo`, NULL: none),
+// and `marca`, the change mark of the groups, the system settings, the
+// runners and the quotas (`configuracion.revision`, moved by the server at
+// every change).
 Row parametrosGanadores(Context& ctx, const QString& carrera, const QString& caballo);
 
 // The parameters a booth keeps between its sales: the last row read for
-// each race and horse of its group and working day. A sale on a kept row
-// checks it under the horse's lock (the change mark, the locked row still the
-// race, horse and track asked); when anything moved, the sale starts again on
-// a row read afresh (ParametrosCambiados).
+// each race and horse of its group and working day. A sale checks the row it
+// runs on, kept or just read, under the horse's lock (the change mark; a kept
+// one also the locked row still the race, horse and track asked); when
+// anything moved, the sale starts again on a row read afresh
+// (ParametrosCambiados).
 class ParametrosGuardados {
 public:
     // The kept row of that race and horse, if any.
@@ -80,7 +84,7 @@ private:
     long long marca_ = 0;        // the change mark they were read under
 };
 
-// Thrown by the sale's locks when the kept parameters it ran on are out of
+// Thrown by the sale's locks when the parameters it ran on are out of
 // date: nothing was written, the transaction is rolled back.
 struct ParametrosCambiados {};
 // The race open for sale and the track of the booth's group, as above.

@@ -1137,8 +1137,11 @@ DELIMITER ;
 -- `configuracion.revision` at every change of the system settings and of any
 -- group's row (an inserted settings row starts from the clock in
 -- microseconds, so settings written again never take back an earlier mark).
--- A booth keeps its group's parameters between its sales and compares the
--- mark, read under the horse's lock, with the one it kept.
+-- It moves too with the runners of the race card (a row added, removed or
+-- withdrawn, or moved to another race, day or track) and with the centres'
+-- quotas per horse: a booth keeps, with its group's parameters, the race's
+-- runners and the horse's quota between its sales, and compares the mark,
+-- read under the horse's lock, with the one it kept.
 ALTER TABLE `configuracion` ADD COLUMN `revision` BIGINT NOT NULL DEFAULT 0;
 
 CREATE TRIGGER `configuracion_nueva` BEFORE INSERT ON `configuracion` FOR EACH ROW
@@ -1151,3 +1154,24 @@ CREATE TRIGGER `grupos_revisado` AFTER UPDATE ON `grupos` FOR EACH ROW
   UPDATE `configuracion` SET revision = revision + 1;
 CREATE TRIGGER `grupos_borrado` AFTER DELETE ON `grupos` FOR EACH ROW
   UPDATE `configuracion` SET revision = revision + 1;
+CREATE TRIGGER `venta_cupo_ganadores_nuevo` AFTER INSERT ON `venta_cupo_ganadores` FOR EACH ROW
+  UPDATE `configuracion` SET revision = revision + 1;
+CREATE TRIGGER `venta_cupo_ganadores_revisado` AFTER UPDATE ON `venta_cupo_ganadores` FOR EACH ROW
+  UPDATE `configuracion` SET revision = revision + 1;
+CREATE TRIGGER `venta_cupo_ganadores_borrado` AFTER DELETE ON `venta_cupo_ganadores` FOR EACH ROW
+  UPDATE `configuracion` SET revision = revision + 1;
+CREATE TRIGGER `carreras_nueva` AFTER INSERT ON `carreras` FOR EACH ROW
+  UPDATE `configuracion` SET revision = revision + 1;
+CREATE TRIGGER `carreras_borrada` AFTER DELETE ON `carreras` FOR EACH ROW
+  UPDATE `configuracion` SET revision = revision + 1;
+-- Only a change of the runners: the sales' counts and the opening and
+-- closing of the pools leave the mark alone.
+DELIMITER $$
+CREATE TRIGGER `carreras_corredores` AFTER UPDATE ON `carreras` FOR EACH ROW
+BEGIN
+  IF NOT (NEW.retirado <=> OLD.retirado AND NEW.carrera <=> OLD.carrera AND NEW.fecha <=> OLD.fecha AND
+          NEW.id_hipodromo <=> OLD.id_hipodromo AND NEW.nu_caballo <=> OLD.nu_caballo) THEN
+    UPDATE `configuracion` SET revision = revision + 1;
+  END IF;
+END$$
+DELIMITER ;

@@ -284,6 +284,9 @@ private slots:
             << "EL MONTO ES MAYOR AL CUPO POR JUGADOR" << 0.0;
         QTest::newRow("a new unit price") << QStringList{"update grupos set valor_ganador=20 where grupo='07'"} << ""
                                           << 100.0;
+        QTest::newRow("a lower quota for the horse")
+            << QStringList{"update venta_cupo_ganadores set cab3=7 where ch='LOS PINOS'"}
+            << "EL MONTO ES MAYOR AL PERMITIDO, DISPONIBLE: 2 GANADORES" << 0.0;
         // The horse's race-card row written again (another key): found again, sold.
         QTest::newRow("the horse's row written again")
             << QStringList{"INSERT INTO carreras (fecha, carrera, id_hipodromo, caballo, nu_caballo, retirado, estado, "
@@ -311,6 +314,20 @@ private slots:
         QVERIFY(r.resultado != VentaGanadores::Resultado::Vendido);
         QCOMPARE(booth.dialogs.last().text, rechazo);
         QCOMPARE(huella(), antes);
+    }
+
+    // The race's runners are kept with the parameters too: a horse withdrawn
+    // from another connection is counted by the very next sale.
+    void aWithdrawalIsCountedByTheNextSale() {
+        db().exec("update carreras set venta=1, retirado=(nu_caballo > 5) where carrera=8 and id_hipodromo=1");
+        db().exec("update grupos set carrera=8 where grupo='07'");
+        entrar("taquilla1");
+        Taquilla booth(*env, env->ctx.session);
+        QCOMPARE(int(booth.venta.procesarVenta("8", "1", "2").resultado), int(VentaGanadores::Resultado::Vendido));
+        db().exec("update carreras set retirado=1 where carrera=8 and id_hipodromo=1 and nu_caballo=5");
+        QVERIFY(booth.venta.procesarVenta("8", "1", "2").resultado != VentaGanadores::Resultado::Vendido);
+        QCOMPARE(booth.dialogs.last().text, QString("NO SE VENDE CON 4 CABALLOS"));
+        QCOMPARE(textOf(db(), "SELECT group_concat(estatus) FROM ma_principal"), QString("4"));
     }
 
     // The password finishes a refused sale on the parameters as they are then.
