@@ -85,6 +85,8 @@ struct Db::Statement {
     // ones, and their lookup by name is built once.
     QStringList names;
     std::shared_ptr<const Columns> columns;
+    // Its place in the order of use of the prepared statements.
+    std::list<std::string>::iterator uso;
     ~Statement() {
         if (handle != SQL_NULL_HSTMT) SQLFreeHandle(SQL_HANDLE_STMT, handle);
     }
@@ -187,8 +189,7 @@ Db::Statement& Db::statement(const std::string& sql, bool cacheable) {
     if (cacheable) {
         auto it = prepared_.find(sql);
         if (it != prepared_.end()) {
-            auto pos = std::find(recent_.begin(), recent_.end(), sql);
-            if (pos != recent_.begin()) recent_.splice(recent_.begin(), recent_, pos);
+            recent_.splice(recent_.begin(), recent_, it->second->uso);
             return *it->second;
         }
     }
@@ -207,6 +208,7 @@ Db::Statement& Db::statement(const std::string& sql, bool cacheable) {
         recent_.pop_back();
     }
     recent_.push_front(sql);
+    st->uso = recent_.begin();
     return *prepared_.emplace(sql, std::move(st)).first->second;
 }
 
@@ -288,8 +290,8 @@ void Db::discard(const std::string& sql) {
     if (oneShot_) oneShot_.reset();
     auto it = prepared_.find(sql);
     if (it == prepared_.end()) return;
+    recent_.erase(it->second->uso);
     prepared_.erase(it);
-    recent_.remove(sql);
 }
 
 namespace {

@@ -3,11 +3,12 @@
 #include "core/Db.h"
 
 #include <QCryptographicHash>
-#include <QDateTime>
 #include <QHash>
 #include <QSet>
 #include <QSysInfo>
 #include <cmath>
+#include <cstdio>
+#include <ctime>
 #include <mutex>
 
 namespace hipico {
@@ -19,6 +20,18 @@ const QString kOrigen = QString(64, QLatin1Char('0'));
 QString& maquinaFijada() {
     static QString nombre;
     return nombre;
+}
+
+// The local time to the second, "YYYY-MM-DD HH:MM:SS" (written in every
+// sale: the C library's conversion, a fraction of the cost of QDateTime's).
+QString momentoLocal() {
+    const std::time_t t = std::time(nullptr);
+    std::tm tm{};
+    localtime_r(&t, &tm);
+    char texto[32];
+    const int n = std::snprintf(texto, sizeof texto, "%04d-%02d-%02d %02d:%02d:%02d", tm.tm_year + 1900,
+                                tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec);
+    return QString::fromLatin1(texto, n);
 }
 
 // Amounts as the journal stores them (DECIMAL with six decimals) and hashes them.
@@ -104,7 +117,7 @@ void anotar(Db& db, const AsientoDiario& a) {
     f.maquina = db.maquina().isEmpty() ? maquinaLocal() : db.maquina();
     f.cadena = f.maquina;
     f.usuario = db.usuario();
-    f.momento = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    f.momento = momentoLocal();
     f.a = a;
     // A chain's row exists before it is locked: a locking read of a missing
     // key would lock the gap around it, and two new chains in one gap deadlock.

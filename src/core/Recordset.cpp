@@ -25,7 +25,13 @@ Columns::Columns(QStringList names) : names_(std::move(names)) {
     }
 }
 
-int Columns::indexOf(const QString& name) const { return index_.value(name.toLower(), -1); }
+int Columns::indexOf(const QString& name) const {
+    // Names are mostly asked as the server gives them (lower case): that
+    // lookup first, without a lower-case copy.
+    const auto it = index_.constFind(name);
+    if (it != index_.constEnd()) return *it;
+    return index_.value(name.toLower(), -1);
+}
 
 int Columns::require(const QString& name) const {
     const int i = indexOf(name);
