@@ -33,9 +33,11 @@ const QString kCupoVip = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR V
 const QString kCupoJugador = QStringLiteral("EL MONTO ES MAYOR AL CUPO POR JUGADOR");
 
 // The statements of the sale, prepared once per connection.
-// The quota of a horse number in the centre's row of quotas.
-std::string cupoDelNumero(const char* numero) {
-    std::string cupo = std::string("(SELECT CASE ") + numero;
+// The track of the group's sale: its own, else the system's.
+const std::string kPistaDelGrupo = "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)";
+// The centre's quota for the horse number bound: its column of the centre's row of quotas.
+std::string cupoDelCaballo() {
+    std::string cupo = "(SELECT CASE ?";
     for (int n = 1; n <= 16; ++n) cupo += " WHEN " + std::to_string(n) + " THEN q.cab" + std::to_string(n);
     return cupo + " END FROM venta_cupo_ganadores q WHERE q.ch = ?)";
 }
@@ -48,16 +50,16 @@ std::string cupoDelNumero(const char* numero) {
 // every run) is left off, which halves the statement's time.
 const std::string kGrupoYCaballo =
     "SET STATEMENT optimizer_switch='subquery_cache=off' FOR "
-    "SELECT g.grupo, g.cab_max, IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
-    "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo, g.valor_ganador, g.apuesta_max_win, "
+    "SELECT g.grupo, g.cab_max, IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, " +
+    kPistaDelGrupo + " AS id_hipodromo, g.valor_ganador, g.apuesta_max_win, "
     "g.cupo_winxjugador, g.cupovip, g.inicialboleto, g.clave_win, g.pedirclave, g.admin_cupo, g.opcioncupowin, "
     "g.empresa, g.rif, g.impresion_datos, g.venta_ganadores, g.min_bs, g.min_dol, g.duracionboletos, "
     "k.revision AS marca, "
     "(SELECT min(c.id_carrera) FROM carreras c WHERE c.carrera = ? and c.fecha = ? and c.nu_caballo = ? and "
-    "c.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)) AS id_carrera, "
+    "c.id_hipodromo = " + kPistaDelGrupo + ") AS id_carrera, "
     "(SELECT count(r.carrera) FROM carreras r WHERE r.carrera = ? and r.fecha = ? and r.retirado = 0 and "
-    "r.id_hipodromo = IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo)) AS cant_cabs, " +
-    cupoDelNumero("?") + " AS cupo FROM grupos g JOIN configuracion k ON k.id = 1 WHERE g.grupo = ? LIMIT 1";
+    "r.id_hipodromo = " + kPistaDelGrupo + ") AS cant_cabs, " +
+    cupoDelCaballo() + " AS cupo FROM grupos g JOIN configuracion k ON k.id = 1 WHERE g.grupo = ? LIMIT 1";
 const char* const kCarreraYPista =
     "SELECT IF(g.carrera <> 0, g.carrera, k.carrera) AS carrera, "
     "IF(g.id_hipodromo <> 0, g.id_hipodromo, k.id_hipodromo) AS id_hipodromo "
@@ -289,7 +291,7 @@ void VentaGanador::bloquear(Db& db) {
             c.corredores = grupo_.integerOr("cant_cabs");
             // Quotas are checked only when the centre enforces them.
             if (grupo_.integerOr("admin_cupo") == 1) {
-                if (grupo_.has("cupo") && !grupo_.isNull("cupo")) c.cupo = grupo_.number("cupo");
+                if (!grupo_.isNull("cupo")) c.cupo = grupo_.number("cupo");
                 c.vendido = caballoFila_.number("venta_ch");
             }
             cupo_ = c;
