@@ -87,6 +87,19 @@ struct Db::Statement {
     std::shared_ptr<const Columns> columns;
     // Its place in the order of use of the prepared statements.
     std::list<std::string>::iterator uso;
+    // The values of its last run, where the driver reads them at the next
+    // one: a parameter is bound again only when its kind changed or its text
+    // no longer fits where it was bound (binding is most of the driver's
+    // work for a short statement).
+    struct Enlace {
+        bool hecho = false;
+        SqlValue::Kind kind = SqlValue::Kind::Null;
+        const char* datos = nullptr;
+        std::size_t ancho = 0;
+    };
+    Params valores;
+    std::vector<SQLLEN> longitudes;
+    std::vector<Enlace> enlaces;
     ~Statement() {
         if (handle != SQL_NULL_HSTMT) SQLFreeHandle(SQL_HANDLE_STMT, handle);
     }
@@ -193,6 +206,9 @@ Db::Statement& Db::statement(const std::string& sql, bool cacheable) {
             return *it->second;
         }
     }
+    // A statement run once (a transaction's start and end, a setting) runs
+    // on the connection's one handle kept for them.
+    if (!cacheable && oneShot_) return *oneShot_;
     auto st = std::make_unique<Statement>();
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, static_cast<SQLHDBC>(hdbc_), &st->handle)))
         throw diagnose(SQL_HANDLE_DBC, static_cast<SQLHDBC>(hdbc_), sql);
@@ -213,40 +229,58 @@ Db::Statement& Db::statement(const std::string& sql, bool cacheable) {
 }
 
 void Db::run(Statement& st, const std::string& sql, const Params& bound) {
-    // The driver reads the values from these buffers when the statement runs.
-    Params params = bound;
     SQLFreeStmt(st.handle, SQL_CLOSE);
-    SQLFreeStmt(st.handle, SQL_RESET_PARAMS);
-    std::vector<SQLLEN> lengths(params.size());
-    for (std::size_t i = 0; i < params.size(); ++i) {
-        SqlValue& v = params[i];
+    if (st.valores.size() != bound.size()) {
+        SQLFreeStmt(st.handle, SQL_RESET_PARAMS);
+        // Sized once: the driver keeps the addresses of these values.
+        st.valores.assign(bound.size(), SqlValue());
+        st.longitudes.assign(bound.size(), 0);
+        st.enlaces.assign(bound.size(), Statement::Enlace());
+    }
+    for (std::size_t i = 0; i < bound.size(); ++i) {
+        SqlValue& v = st.valores[i];
+        v = bound[i];
+        Statement::Enlace& e = st.enlaces[i];
+        SQLLEN& longitud = st.longitudes[i];
         const auto n = static_cast<SQLUSMALLINT>(i + 1);
+        const bool mismoTipo = e.hecho && e.kind == v.kind();
         SQLRETURN rc = SQL_SUCCESS;
         switch (v.kind()) {
         case SqlValue::Kind::Null:
-            lengths[i] = SQL_NULL_DATA;
-            rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_VARCHAR, 1, 0, nullptr, 0, &lengths[i]);
+            longitud = SQL_NULL_DATA;
+            if (!mismoTipo)
+                rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_VARCHAR, 1, 0, nullptr, 0, &longitud);
             break;
         case SqlValue::Kind::Integer:
-            lengths[i] = 0;
-            rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_SBIGINT, SQL_BIGINT, 0, 0,
-                                  &v.integerRef(), 0, &lengths[i]);
+            longitud = 0;
+            if (!mismoTipo)
+                rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_SBIGINT, SQL_BIGINT, 0, 0, &v.integerRef(),
+                                      0, &longitud);
             break;
         case SqlValue::Kind::Double:
-            lengths[i] = 0;
-            rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 0, 0,
-                                  &v.doubleRef(), 0, &lengths[i]);
+            longitud = 0;
+            if (!mismoTipo)
+                rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_DOUBLE, SQL_DOUBLE, 0, 0, &v.doubleRef(), 0,
+                                      &longitud);
             break;
         case SqlValue::Kind::Text: {
             std::string& t = v.textRef();
-            lengths[i] = static_cast<SQLLEN>(t.size());
-            rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_VARCHAR,
-                                  std::max<SQLULEN>(1, t.size()), 0, t.data(),
-                                  static_cast<SQLLEN>(t.size()), &lengths[i]);
+            longitud = static_cast<SQLLEN>(t.size());
+            if (mismoTipo && e.datos == t.data() && t.size() <= e.ancho) break;
+            // Bound for as much text as its buffer holds: a longer value later binds again.
+            e.ancho = std::max<std::size_t>(1, t.capacity());
+            e.datos = t.data();
+            rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_VARCHAR, e.ancho, 0, t.data(),
+                                  static_cast<SQLLEN>(e.ancho), &longitud);
             break;
         }
         }
-        if (!SQL_SUCCEEDED(rc)) throw diagnose(SQL_HANDLE_STMT, st.handle, sql);
+        if (!SQL_SUCCEEDED(rc)) {
+            e.hecho = false;
+            throw diagnose(SQL_HANDLE_STMT, st.handle, sql);
+        }
+        e.hecho = true;
+        e.kind = v.kind();
     }
     const SQLRETURN rc = st.prepared
                              ? SQLExecute(st.handle)
