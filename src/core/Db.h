@@ -104,6 +104,9 @@ public:
     void commit();
     void rollback();
     bool inTransactionNow() const { return inTransaction_; }
+    // The server is a node of a cluster (its writes are certified against
+    // the other nodes' at commit; its locks hold only on itself).
+    bool enCluster() const { return enCluster_; }
 
     // Who the money journal names for what this connection writes: the
     // signed-in user and the machine (the host's name unless set).

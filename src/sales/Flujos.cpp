@@ -124,6 +124,20 @@ Venta vender(Context& ctx, const QString& ventana, const Juego& juego, Jugada& j
     return venta;
 }
 
+Sello::Sello(const char* tabla, const char* asignaciones, const char* donde, const char* contador)
+    : solo_(sql({"update ", tabla, " m set ", asignaciones, " Where ", donde})),
+      contado_(sql({"update ", tabla, " m JOIN carreras c ON c.id_carrera = ? set ", asignaciones, ", c.", contador,
+                    " = c.", contador, " + 1 Where ", donde})) {}
+
+long long Sello::escribir(Db& db, long long fila, const Params& valores) const {
+    if (!db.enCluster()) return db.exec(solo_, valores);
+    Params conFila;
+    conFila.reserve(valores.size() + 1);
+    conFila.emplace_back(fila);
+    conFila.insert(conFila.end(), valores.begin(), valores.end());
+    return db.exec(contado_, conFila);
+}
+
 Venta resolverVenta(Context& ctx, const Juego& juego, Jugada& jugada, ImpresoraTaquilla& impresora,
                     bool avisarAusente) {
     Db& db = ctx.servidor();

@@ -66,6 +66,26 @@ public:
     virtual double dinero() const { return 0; }
 };
 
+// The write of a sold ticket's code (and keys) on its row, `asignaciones`
+// over the ticket's table (alias m) for the row named by `donde`. On a
+// cluster the same statement counts the ticket on the race-card row the sale
+// locked (`contador` of carreras): a node's lock holds only on that node, and
+// the close of the race writes that row too, so the two conflict at commit
+// on any pair of nodes and the later one runs again. On a single server the
+// lock alone orders a sale and the close, and the ticket's row is written
+// alone (a statement over two tables costs the server a temporary table
+// every time it runs).
+class Sello {
+public:
+    Sello(const char* tabla, const char* asignaciones, const char* donde, const char* contador);
+    // `valores` bind `asignaciones`, then `donde`; `fila` is the race-card row's key.
+    long long escribir(Db& db, long long fila, const Params& valores) const;
+
+private:
+    std::string solo_;
+    std::string contado_;
+};
+
 struct Venta {
     std::optional<Rechazo> rechazo;  // shown to the user already
     long long numero = 0;

@@ -97,15 +97,10 @@ const char* const kDevolverCarrera =
     "update ma_principal set estatus=4,cobrado=(ganadores*?) where grupo=? AND carrera=? and (estatus<>3 and "
     "estatus <>4) and estatus<>2 and fecha  = ?";
 const char* const kCliente = "SELECT * FROM clientes where  usuario  = ? and ch=? FOR UPDATE";
-// The code and keys, and the count of the horse's race-card row (locked by
-// the sale): one statement writes both, so the close of the race, which
-// writes that row too, conflicts with the sale on any node of a cluster.
-const char* const kLlaves =
-    "update ma_principal m JOIN carreras c ON c.id_carrera = ? set m.nu_boleto=?,m.llave=?,m.llave2=?,m.llave5=?,"
-    "c.boletos = c.boletos + 1 Where m.ch=? and m.numero = ?";
-const char* const kSoloCodigo =
-    "update ma_principal m JOIN carreras c ON c.id_carrera = ? set m.nu_boleto=?,c.boletos = c.boletos + 1 "
-    "Where m.ch=? and m.numero = ?";
+// The code and keys (the password path writes none).
+const Sello kLlaves("ma_principal", "m.nu_boleto=?,m.llave=?,m.llave2=?,m.llave5=?", "m.ch=? and m.numero = ?",
+                    "boletos");
+const Sello kSoloCodigo("ma_principal", "m.nu_boleto=?", "m.ch=? and m.numero = ?", "boletos");
 
 // An amount typed with a decimal comma, at most two decimals, above zero and
 // not above the largest amount the program takes.
@@ -457,11 +452,11 @@ void VentaGanador::completar(Db& db, long long numero, const QString& codigo) {
     // The keys; the password path writes none.
     const long long fila = caballoFila_.integer("id_carrera");
     if (pedido_.autorizada) {
-        db.exec(kSoloCodigo, {fila, codigo, s.ch, numero});
+        kSoloCodigo.escribir(db, fila, {codigo, s.ch, numero});
         return;
     }
     const LlavesVenta k = llavesVenta(numero, *caballo_, unidades_, *carrera_, s.grupo);
-    db.exec(kLlaves, {fila, codigo, k.llave, k.llave2, k.llave5, s.ch, numero});
+    kLlaves.escribir(db, fila, {codigo, k.llave, k.llave2, k.llave5, s.ch, numero});
 }
 
 BoletoVendido VentaGanador::boleto(long long numero, const QString& codigo) const {

@@ -40,12 +40,8 @@ const char* const kCupoGrupo =
 const char* const kCupoCentro =
     "SELECT (SELECT sum(tablas) FROM tablafija where caballo=? and carrera =? and ch = ? and fecha = ?) as "
     "venta_ch, v.* FROM (SELECT 1 AS uno) x LEFT JOIN venta_cupo_tf v ON v.ch = ?";
-// The code, and the count of the horse's race-card row (locked by the sale):
-// every sale of the horse and the close of the race write that row, so they
-// conflict on any node of a cluster too.
-const char* const kCodigo =
-    "update tablafija m JOIN carreras c ON c.id_carrera = ? set m.nu_boleto=?, c.boletos_tf = c.boletos_tf + 1 "
-    "Where m.ch=? and m.numero = ?";
+// The code.
+const Sello kCodigo("tablafija", "m.nu_boleto=?", "m.ch=? and m.numero = ?", "boletos_tf");
 // Rows of the race on the group's track still taking fixed-table changes.
 const char* const kCarreraAbierta =
     "SELECT count(*) FROM carreras c JOIN grupos g ON g.grupo = ? JOIN configuracion k WHERE c.fecha = ? and "
@@ -236,7 +232,7 @@ Insercion JugadaTablaFija::fila(const QString& ficha) const {
 }
 
 void JugadaTablaFija::completar(Db& db, long long numero, const QString& codigo) {
-    db.exec(kCodigo, {caballoFila_.integer("id_carrera"), codigo, ctx_.session.ch, numero});
+    kCodigo.escribir(db, caballoFila_.integer("id_carrera"), {codigo, ctx_.session.ch, numero});
 }
 
 QString JugadaTablaFija::resumen(bool enDolares) const {

@@ -1036,9 +1036,11 @@ CREATE TRIGGER `ma_principal_retirado` AFTER DELETE ON `ma_principal` FOR EACH R
   UPDATE `venta_caballo` SET ganadores = ganadores - OLD.ganadores, boletos = boletos - 1
   WHERE fecha = OLD.fecha AND carrera = OLD.carrera AND caballo = OLD.caballo AND ch = OLD.ch AND grupo = OLD.grupo;
 
--- Tickets sold on a horse's race-card row: every sale writes it, so a sale
--- and the close of its race (which writes the same row) always conflict,
--- also when they run on two nodes of a cluster.
+-- Tickets sold on a horse's race-card row, counted on a cluster: every sale
+-- there writes the row, so a sale and the close of its race (which writes
+-- the same row) conflict when they run on two nodes, where each node's
+-- locks hold only on itself. A single server orders them by the horse's
+-- lock, which the sale holds, and leaves the count alone.
 ALTER TABLE `carreras` ADD COLUMN `boletos` INT NOT NULL DEFAULT 0;
 -- The same for fixed-table tickets: two sales of one horse on two nodes
 -- write the row, so the second one runs again and sees the first's tables

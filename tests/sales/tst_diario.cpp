@@ -226,8 +226,9 @@ private slots:
         QCOMPARE(totalesCaballos(), QString("1:3:LOS PINOS:07:5:1,1:3:LOS PINOS:08:7:1,1:4:LOS PINOS:07:1:1"));
         db().exec("DELETE FROM ma_principal WHERE grupo = '08'");
         QCOMPARE(totalesCaballos(), sumasBoletos());
-        // Every sale counted on its horse's race-card row.
-        QCOMPARE(textOf(db(), "SELECT sum(boletos) FROM carreras"), QString("3"));
+        // Every sale counted on its horse's race-card row on a cluster, where
+        // that write makes the close conflict with it; a single server leaves it.
+        QCOMPARE(textOf(db(), "SELECT sum(boletos) FROM carreras"), db().enCluster() ? QString("3") : QString("0"));
         env->dialogs.clear();
     }
 };
