@@ -113,17 +113,45 @@ namespace {
 
 // Years 1 to 9999 are written with their digits (every sale writes and reads
 // a few dates; Qt's format parser is slow); any other date through Qt.
-bool enCifras(const QDate& fecha) { return fecha.isValid() && fecha.year() >= 1 && fecha.year() <= 9999; }
+// The date's year, month and day when its year has four digits at most.
+bool enCifras(const QDate& fecha, int& anio, int& mes, int& dia) {
+    if (!fecha.isValid()) return false;
+    fecha.getDate(&anio, &mes, &dia);
+    return anio >= 1 && anio <= 9999;
+}
+
+// `n` written with `cifras` digits at `destino`.
+void cifras(char16_t* destino, int n, int cifras) {
+    for (int i = cifras - 1; i >= 0; --i, n /= 10) destino[i] = char16_t(u'0' + n % 10);
+}
+
+// Year, month and day joined by dashes: the year first, or last.
+QString conGuiones(int anio, int mes, int dia, bool anioPrimero) {
+    char16_t t[10];
+    t[anioPrimero ? 4 : 2] = t[anioPrimero ? 7 : 5] = u'-';
+    cifras(t + (anioPrimero ? 0 : 6), anio, 4);
+    cifras(t + (anioPrimero ? 5 : 3), mes, 2);
+    cifras(t + (anioPrimero ? 8 : 0), dia, 2);
+    return QString(reinterpret_cast<const QChar*>(t), 10);
+}
 
 }  // namespace
 
 QString fechaSql(const QDate& fecha) {
-    return enCifras(fecha) ? QString::asprintf("%04d-%02d-%02d", fecha.year(), fecha.month(), fecha.day())
-                           : fecha.toString(QStringLiteral("yyyy-MM-dd"));
+    int a = 0, m = 0, d = 0;
+    return enCifras(fecha, a, m, d) ? conGuiones(a, m, d, true) : fecha.toString(QStringLiteral("yyyy-MM-dd"));
 }
 QString fechaVista(const QDate& fecha) {
-    return enCifras(fecha) ? QString::asprintf("%02d-%02d-%04d", fecha.day(), fecha.month(), fecha.year())
-                           : fecha.toString(QStringLiteral("dd-MM-yyyy"));
+    int a = 0, m = 0, d = 0;
+    return enCifras(fecha, a, m, d) ? conGuiones(a, m, d, false) : fecha.toString(QStringLiteral("dd-MM-yyyy"));
+}
+QString mesDia(const QDate& fecha) {
+    int a = 0, m = 0, d = 0;
+    if (!enCifras(fecha, a, m, d)) return fecha.toString(QStringLiteral("MMdd"));
+    char16_t t[4];
+    cifras(t, m, 2);
+    cifras(t + 2, d, 2);
+    return QString(reinterpret_cast<const QChar*>(t), 4);
 }
 QString fechaVista(const QString& fechaSqlTexto) {
     const QDate d = desdeFechaSql(fechaSqlTexto);

@@ -52,6 +52,8 @@ QString patronContiene(const QString& texto);
 
 // Dates: "YYYY-MM-DD" for SQL, "DD-MM-YYYY" on screen and paper.
 QString fechaSql(const QDate& fecha);
+// "MMdd": the month and day of a date, as in a ticket's code.
+QString mesDia(const QDate& fecha);
 QString fechaVista(const QDate& fecha);
 QString fechaVista(const QString& fechaSqlTexto);  // "2026-11-23" gives "23-11-2026"
 QDate desdeFechaSql(const QString& texto);

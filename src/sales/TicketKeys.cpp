@@ -1,6 +1,7 @@
 #include "sales/TicketKeys.h"
 
 #include "core/Cipher.h"
+#include "core/Formato.h"
 #include "sales/Juego.h"
 
 #include <cmath>
@@ -12,8 +13,7 @@ QString prefijoBoleto(int inicialboleto, const QString& grupo) {
 }
 
 QString codigoBoleto(const QString& prefijo, const QDate& fechaVenta, long long numero) {
-    return prefijo + fechaVenta.toString(QStringLiteral("MM")) + fechaVenta.toString(QStringLiteral("dd")) +
-           QString::number(numero);
+    return prefijo + mesDia(fechaVenta) + QString::number(numero);
 }
 
 QString textoNumero(double valor) { return Row::toText(QVariant(valor)); }
