@@ -25,17 +25,27 @@ Columns::Columns(QStringList names) : names_(std::move(names)) {
     }
 }
 
-int Columns::indexOf(const QString& name) const {
-    // Names are mostly asked as the server gives them (lower case): that
-    // lookup first, without a lower-case copy.
-    const auto it = index_.constFind(name);
+int Columns::indexOf(QAnyStringView name) const {
+    // The names of a short result are compared in place: a name asked as
+    // the server gives it first, then without regard to case.
+    if (names_.size() <= kNombresComparados) {
+        for (int i = 0; i < names_.size(); ++i)
+            if (QAnyStringView::equal(name, names_[i])) return i;
+        for (int i = 0; i < names_.size(); ++i)
+            if (QAnyStringView::compare(name, names_[i], Qt::CaseInsensitive) == 0) return i;
+        return -1;
+    }
+    // A wide one through its index (mostly asked in lower case, as the
+    // server gives names: that lookup first, without a lower-case copy).
+    const QString clave = name.toString();
+    const auto it = index_.constFind(clave);
     if (it != index_.constEnd()) return *it;
-    return index_.value(name.toLower(), -1);
+    return index_.value(clave.toLower(), -1);
 }
 
-int Columns::require(const QString& name) const {
+int Columns::require(QAnyStringView name) const {
     const int i = indexOf(name);
-    if (i < 0) throw DbError("campo desconocido: " + name.toStdString());
+    if (i < 0) throw DbError("campo desconocido: " + name.toString().toStdString());
     return i;
 }
 
@@ -86,15 +96,15 @@ long long Row::toInteger(const QVariant& v) {
     }
 }
 
-bool Row::isNull(const QString& column) const {
+bool Row::isNull(QAnyStringView column) const {
     const QVariant& v = values_.at(columns_->require(column));
     return !v.isValid() || v.isNull();
 }
 
-QVariant Row::value(const QString& column) const { return values_.at(columns_->require(column)); }
-QString Row::text(const QString& column) const { return toText(value(column)); }
-double Row::number(const QString& column) const { return toNumber(value(column)); }
-long long Row::integer(const QString& column) const { return toInteger(value(column)); }
+QVariant Row::value(QAnyStringView column) const { return values_.at(columns_->require(column)); }
+QString Row::text(QAnyStringView column) const { return toText(values_.at(columns_->require(column))); }
+double Row::number(QAnyStringView column) const { return toNumber(values_.at(columns_->require(column))); }
+long long Row::integer(QAnyStringView column) const { return toInteger(values_.at(columns_->require(column))); }
 
 const Row& Recordset::first() const {
     if (rows_.isEmpty()) throw DbError("no hay registros");

@@ -21,10 +21,14 @@ public:
     explicit Columns(QStringList names);
     const QStringList& names() const { return names_; }
     int size() const { return static_cast<int>(names_.size()); }
-    int indexOf(const QString& name) const;  // -1 when absent
-    int require(const QString& name) const;  // throws DbError when absent
+    // A name asked as text of any kind: a literal is compared as it is,
+    // without making a string of it.
+    int indexOf(QAnyStringView name) const;  // -1 when absent
+    int require(QAnyStringView name) const;  // throws DbError when absent
 
 private:
+    // Up to this many names are compared one by one rather than looked up.
+    static constexpr int kNombresComparados = 24;
     QStringList names_;
     QHash<QString, int> index_;
 };
@@ -37,18 +41,27 @@ public:
     Row(std::shared_ptr<const Columns> columns, QVector<QVariant> values)
         : columns_(std::move(columns)), values_(std::move(values)) {}
 
-    bool has(const QString& column) const { return columns_ && columns_->indexOf(column) >= 0; }
-    bool isNull(const QString& column) const;
-    QVariant value(const QString& column) const;
-    QString text(const QString& column) const;
-    double number(const QString& column) const;
-    long long integer(const QString& column) const;
-    int toInt(const QString& column) const { return static_cast<int>(integer(column)); }
+    bool has(QAnyStringView column) const { return donde(column) >= 0; }
+    bool isNull(QAnyStringView column) const;
+    QVariant value(QAnyStringView column) const;
+    QString text(QAnyStringView column) const;
+    double number(QAnyStringView column) const;
+    long long integer(QAnyStringView column) const;
+    int toInt(QAnyStringView column) const { return static_cast<int>(integer(column)); }
     // The same, with a default for a column the row does not have (a row of
     // another table version, or an empty row).
-    QString textOr(const QString& column, const QString& def = {}) const { return has(column) ? text(column) : def; }
-    double numberOr(const QString& column, double def = 0) const { return has(column) ? number(column) : def; }
-    long long integerOr(const QString& column, long long def = 0) const { return has(column) ? integer(column) : def; }
+    QString textOr(QAnyStringView column, const QString& def = {}) const {
+        const int i = donde(column);
+        return i < 0 ? def : toText(values_.at(i));
+    }
+    double numberOr(QAnyStringView column, double def = 0) const {
+        const int i = donde(column);
+        return i < 0 ? def : toNumber(values_.at(i));
+    }
+    long long integerOr(QAnyStringView column, long long def = 0) const {
+        const int i = donde(column);
+        return i < 0 ? def : toInteger(values_.at(i));
+    }
 
     const QVector<QVariant>& values() const { return values_; }
     QVariant at(int i) const { return values_.value(i); }
@@ -60,6 +73,9 @@ public:
     static long long toInteger(const QVariant& v);
 
 private:
+    // The column's place in this row, -1 when absent.
+    int donde(QAnyStringView column) const { return columns_ ? columns_->indexOf(column) : -1; }
+
     friend class Recordset;
     std::shared_ptr<const Columns> columns_;
     QVector<QVariant> values_;
