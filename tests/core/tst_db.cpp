@@ -101,6 +101,21 @@ private slots:
         QCOMPARE(db.query("SELECT count(*) AS c FROM textos").first().integer("c"), static_cast<long long>(filas));
     }
 
+    // One statement run again and again keeps its parameters bound: a value
+    // of another kind, a longer text, a shorter one and NULL each reach the
+    // server as given, never what the placeholder held before.
+    void aStatementRunAgainTakesEachNewValue() {
+        Db& db = env->db();
+        const QString largo = QString(350, QChar(0xD1)) + QStringLiteral("fin");
+        const QList<std::pair<SqlValue, QString>> corridas{
+            {"a", "[a]"},          {largo, "[" + largo + "]"}, {"bc", "[bc]"},   {SqlValue(), "[NULL]"},
+            {7, "[7]"},            {2.5, "[2.5]"},             {"ñandú", "[ñandú]"}, {"", "[]"},
+            {largo + "x", "[" + largo + "x]"}, {SqlValue(), "[NULL]"}, {"z", "[z]"},
+        };
+        for (const auto& [valor, esperado] : corridas)
+            QCOMPARE(Row::toText(db.scalar("SELECT concat('[', coalesce(?, 'NULL'), ']')", {valor})), esperado);
+    }
+
     void boundTextEqualsLiteral() {
         Db& db = env->db();
         db.exec("DELETE FROM textos");
