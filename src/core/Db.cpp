@@ -95,7 +95,6 @@ struct Db::Statement {
         bool hecho = false;
         SqlValue::Kind kind = SqlValue::Kind::Null;
         const char* datos = nullptr;
-        std::size_t ancho = 0;
     };
     Params valores;
     std::vector<SQLLEN> longitudes;
@@ -266,12 +265,13 @@ void Db::run(Statement& st, const std::string& sql, const Params& bound) {
         case SqlValue::Kind::Text: {
             std::string& t = v.textRef();
             longitud = static_cast<SQLLEN>(t.size());
-            if (mismoTipo && e.datos == t.data() && t.size() <= e.ancho) break;
-            // Bound for as much text as its buffer holds: a longer value later binds again.
-            e.ancho = std::max<std::size_t>(1, t.capacity());
+            // Still in the buffer it was bound in (a longer text moves to another one).
+            if (mismoTipo && e.datos == t.data()) break;
+            // Bound for as much text as its buffer holds.
+            const std::size_t ancho = std::max<std::size_t>(1, t.capacity());
             e.datos = t.data();
-            rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_VARCHAR, e.ancho, 0, t.data(),
-                                  static_cast<SQLLEN>(e.ancho), &longitud);
+            rc = SQLBindParameter(st.handle, n, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_VARCHAR, ancho, 0, t.data(),
+                                  static_cast<SQLLEN>(ancho), &longitud);
             break;
         }
         }

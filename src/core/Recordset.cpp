@@ -19,6 +19,8 @@ QString quoteIdentifier(const QString& name) {
 }  // namespace
 
 Columns::Columns(QStringList names) : names_(std::move(names)) {
+    // Only a wide result is looked up through an index (see indexOf).
+    if (names_.size() <= kNombresComparados) return;
     for (int i = 0; i < names_.size(); ++i) {
         const QString key = names_[i].toLower();
         if (!index_.contains(key)) index_.insert(key, i);
